@@ -1,0 +1,63 @@
+# What every target of this tree shares: language level, warnings, pinned floating-point rules, sanitizers, and the
+# shape of the build tree (bin, lib, share), which is that of an installation.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+# An installed program finds its libraries beside it, so that any prefix works without an environment variable.
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+add_library(velmora_compile_options INTERFACE)
+target_compile_options(velmora_compile_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+  $<$<BOOL:${VELMORA_WERROR}>:-Werror>
+  # The same files and sentences give the same scores on every machine: no value may depend on contraction or on
+  # reordered additions.
+  -ffp-contract=off -fno-fast-math)
+if(VELMORA_SANITIZE)
+  target_compile_options(velmora_compile_options INTERFACE
+    -fsanitize=${VELMORA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(velmora_compile_options INTERFACE -fsanitize=${VELMORA_SANITIZE})
+endif()
+
+# velmora_test(<folder/name> [PUBLIC_API] [LABELS label...] [LIBRARIES library...])
+# One test program from <folder/name>.cpp, registered case by case. It links the objects, and so sees hidden code;
+# with PUBLIC_API it links the shared library, as a host does.
+function(velmora_test path)
+  cmake_parse_arguments(arg "PUBLIC_API" "" "LABELS;LIBRARIES" ${ARGN})
+  get_filename_component(name ${path} NAME)
+  add_executable(${name} ${path}.cpp)
+  target_link_libraries(${name} PRIVATE velmora_compile_options GTest::gtest GTest::gmock GTest::gtest_main
+    ${arg_LIBRARIES})
+  if(arg_PUBLIC_API)
+    target_link_libraries(${name} PRIVATE velmora::velmora)
+  else()
+    target_link_libraries(${name} PRIVATE velmora_test_objects)
+  endif()
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  gtest_discover_tests(${name} TEST_PREFIX "${name}/" DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${arg_LABELS}")
+endfunction()
+
+# velmora_platform_test(<name> LIBRARIES library...): the same for the tests of a platform library.
+function(velmora_platform_test name)
+  cmake_parse_arguments(arg "" "" "LABELS;LIBRARIES" ${ARGN})
+  add_executable(${name} ${name}.cpp)
+  target_link_libraries(${name} PRIVATE velmora_compile_options GTest::gtest GTest::gmock GTest::gtest_main
+    ${arg_LIBRARIES})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  gtest_discover_tests(${name} TEST_PREFIX "${name}/" DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${arg_LABELS}")
+endfunction()
+if(VELMORA_BUILD_TESTS)
+  include(GoogleTest)
+endif()

@@ -1,0 +1,127 @@
+// The matcher for free user sentences: the class a host works with.
+//
+// A working matcher is set up in this order:
+//
+//   VX::Dialog::Velmora matcher;
+//   std::string base = "/opt/dialog", language = "enu", unused;
+//   matcher.setModel(base, language);
+//   matcher.loadDialogVectors(unused, {{1, {"switch on the light"}}, {2, {"play some music"}}});
+//   matcher.activeAllRules(unused);
+//   std::vector<std::pair<double, std::vector<int>>> matches;
+//   matcher.matchInput("please turn the lamp on", matches, unused);
+//
+// Each object is to be used from one thread at a time, matchInput included; different objects may
+// be used from different threads. Failures are told by the results. Operations also let through
+// std::bad_alloc, and where it is said std::out_of_range or a boost::filesystem::filesystem_error.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <velmora/debug.hpp>
+#include <velmora/export.hpp>
+
+namespace VX::Dialog {
+
+class VelmoraPrivate;
+
+/// Matches sentences against the rules of a dialogue.
+///
+/// Several operations carry a string reference that is neither read nor written; it is part of the
+/// published signatures.
+class VELMORA_EXPORT Velmora {
+ public:
+  /// An engine without model and rules: matchInput answers -1.
+  Velmora();
+  ~Velmora();
+  Velmora(const Velmora&) = delete;
+  Velmora& operator=(const Velmora&) = delete;
+
+  /// The language codes "frf", "enu", "jpj", whether or not their models are installed.
+  std::vector<std::string> getAvailableLanguages();
+
+  /// Selects and loads the model of a language.
+  ///
+  /// path       base directory; the model is looked for in <path>/<language>/model/, and when
+  ///            there is no <path>/<language>/, among the installed data
+  /// language   one of the codes above, or any name that has a directory
+  ///
+  /// True: a place was found and its files were read as far as they could be; a missing or damaged
+  /// file is told in the log only. False: there is none; the earlier model stays in force, and only
+  /// the language that the next compilation stems with has changed. Compiled rules and the active
+  /// set stay as they were: compile the rules again on a fresh object after a change of language.
+  /// Throws boost::filesystem::filesystem_error when the file system can't be asked.
+  bool setModel(std::string& path, std::string& language);
+
+  /// Reads the files of the selected model once more. False: there is no scalar file "model".
+  bool loadSemanticModels(std::string& ignored);
+
+  /// Compiles rules: stems their sentences, folds every distinct set of known stems into the latent
+  /// space, and saves the result as "newindex" in the model directory (a failure to write is not
+  /// reported).
+  ///
+  /// rules   rule id to sentences
+  ///
+  /// Activates nothing: follow with activeAllRules or updateActiveRules. Meant for a fresh object:
+  /// a second call appends its vectors behind those of the first while its rows start at 0 again.
+  /// True unless the vectors could not be computed.
+  bool loadDialogVectors(std::string& ignored, std::map<int, std::vector<std::string>> rules);
+
+  /// Warm start: takes the vectors of rules with known stem sets from a snapshot.
+  ///
+  /// path              name of a snapshot in the model directory ("newindex", "index")
+  /// rules             rule id to sentences
+  /// compileNewRules   false: rules with other stem sets are ignored, no file is written, and of
+  ///                   several rules with one stem set only the one with the lowest id is loaded;
+  ///                   true: they are compiled, and all is saved as "index"
+  ///
+  /// False, with nothing but the stemmer changed, when there is no such file. The snapshot is not
+  /// tied to a model: one made with another model gives wrong scores.
+  /// Throws std::out_of_range ("map::at:  key not found") while saving, when ids of an earlier load
+  /// on this object are the lowest of their row and are not among the rules of this one.
+  bool loadDialogVectorsFromFile(const std::string path,
+                                 std::map<int, std::vector<std::string>> rules,
+                                 const std::string& ignored, bool compileNewRules);
+
+  /// Ranks the active rules for one sentence (UTF-8).
+  ///
+  /// matches   one entry for each distinct score, best first, is appended: the score, a cosine, and
+  ///           the ids that have it, ascending. At most 21 entries; there is no threshold.
+  ///
+  /// 1: matching ran. A sentence without a known word gives a single entry of score 0 with all
+  /// active rules. -1, matches untouched: no vocabulary, no latent model, no active rule, or
+  /// nothing compiled yet.
+  /// An active id that has no row of its own is scored as row 0. Throws std::out_of_range when a
+  /// row lies outside the compiled vectors, above all when no rule has a known word.
+  int matchInput(const std::string sentence,
+                 std::vector<std::pair<double, std::vector<int>>>& matches, std::string& ignored);
+
+  /// Adds every compiled rule to the active set.
+  void activeAllRules(std::string& ignored);
+  /// Adds ids to the active set; it does not narrow it. Ids are not checked.
+  void updateActiveRules(std::set<int> rule_ids, std::string& ignored);
+  /// Takes ids out of the active set.
+  void updateDeactiveRules(std::set<int> rule_ids, std::string& ignored);
+
+  /// Cosine of the latent vectors of two lists of stems; 0 when one has no known word. Stems are
+  /// taken as they come, and a repeated stem counts twice. Needs a model, no rules.
+  double simpleDist(std::vector<std::string> first, std::vector<std::string> second,
+                    std::string& ignored);
+
+  /// Always an empty map: the published operation drops what it computes, and only its log lines
+  /// (words outside the vocabulary, at level info) can be seen.
+  std::map<double, std::string> getSpecificities(const std::string sentence, std::string& ignored);
+
+  /// Computes the cosine of every pair of words of the vocabulary and prints the table to standard
+  /// output. For analysis of small vocabularies: time, memory and output grow with the square of
+  /// the vocabulary. Always 1.
+  int loadWordDistIndex(std::string& ignored);
+
+ private:
+  VelmoraPrivate* engine_;
+};
+
+}  // namespace VX::Dialog
