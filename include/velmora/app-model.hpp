@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,7 +49,7 @@ class VELMORA_EXPORT AppModel {
                  double threshold);
 
  private:
-  AppModelPrivate* engine_;
+  std::unique_ptr<AppModelPrivate> engine_;
   std::map<int, std::string> fAppNames;
   bool fReady = false;
 };

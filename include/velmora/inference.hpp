@@ -17,22 +17,21 @@
 
 /// Folds every sentence of a corpus into the latent space.
 ///
-/// corpus     V x S, filled by initialize_wordsense_corpus; data, data_cols and weights_cols are read
-/// model      word_factors is D x V; lambda > 0 and missing_weight in [0, 1] keep results finite
-/// latent     out: resized to D x S; a sentence without stored coefficients is exactly 0
+/// corpus     V x S, filled by initialize_wordsense_corpus; data, data_cols and weights_cols are
+/// read model      word_factors is D x V; lambda > 0 and missing_weight in [0, 1] keep results
+/// finite latent     out: resized to D x S; a sentence without stored coefficients is exactly 0
 /// word_gram  D x D: missing_weight * word_factors * word_factors'
 ///
 /// Factors without D rows or a gram that is not D x D give columns of zeros; a word outside the
 /// factors adds nothing. Throws only std::bad_alloc, and then leaves `latent` half written. Calls
 /// may overlap if each has its own corpus and latent.
 VELMORA_EXPORT void wordsense_inference(wordsense_corpus& corpus, wordsense_model& model,
-                                        Eigen::MatrixXd& latent,
-                                        Eigen::MatrixXd& word_gram);
+                                        Eigen::MatrixXd& latent, Eigen::MatrixXd& word_gram);
 
 /// The columns of a matrix whose numbers are the stored indices of a vector, in their order. An
 /// index outside the matrix gives a column of zeros.
 VELMORA_EXPORT Eigen::MatrixXd getNonZeros(Eigen::MatrixXd& matrix,
-                                                   const Eigen::SparseVector<double>& pattern);
+                                           const Eigen::SparseVector<double>& pattern);
 
 /// Condenses each column to its non-zero entries, from the top. The result has as many rows as the
 /// first column has such entries; further entries of other columns are dropped, missing ones are 0.

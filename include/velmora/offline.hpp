@@ -31,12 +31,13 @@ VELMORA_EXPORT int index(std::string corpus_path, std::string output_path,
 /// every word: the threshold has no effect. Input and output may be one file.
 VELMORA_EXPORT void rm_infreq(std::string input_path, std::string output_path, int threshold);
 
-/// Weights word-id lines by an idf file: read_data, idf, write_data. The three flags have no effect.
+/// Weights word-id lines by an idf file: read_data, idf, write_data. The three flags have no
+/// effect.
 VELMORA_EXPORT void tfidf(std::string corpus_path, std::string idf_path, bool tf_flag,
                           bool idf_flag, bool norm_flag, std::string output_path);
 
-/// Reads word-id lines: for each line a row from word id to count. The first token of a line that is
-/// no int ends it.
+/// Reads word-id lines: for each line a row from word id to count. The first token of a line that
+/// is no int ends it.
 VELMORA_EXPORT std::vector<std::map<int, double>> read_data(std::string path);
 
 /// A copy of the rows with each count multiplied by the word's idf; a word without one keeps its
@@ -44,7 +45,8 @@ VELMORA_EXPORT std::vector<std::map<int, double>> read_data(std::string path);
 VELMORA_EXPORT std::vector<std::map<int, double>> idf(
     const std::vector<std::map<int, double>>& rows, std::string idf_path);
 
-/// Writes weighted rows: "id value " for each entry, six significant digits, a newline for each row.
+/// Writes weighted rows: "id value " for each entry, six significant digits, a newline for each
+/// row.
 VELMORA_EXPORT void write_data(const std::vector<std::map<int, double>>& rows, std::string path);
 
 /// Makes a sparse matrix file of weighted rows: a header of the row count and `header_value`, then

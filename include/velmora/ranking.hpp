@@ -30,8 +30,8 @@ VELMORA_EXPORT std::map<double, std::vector<int>> get_max2(
     const std::vector<std::vector<double>>& vectors, const std::vector<double>& query,
     std::set<int> active);
 
-/// Prints buckets with their rules' words, worst first: at most n + 1, all of them for a negative n.
-/// Throws std::out_of_range ("map::at:  key not found") at a rule without words.
+/// Prints buckets with their rules' words, worst first: at most n + 1, all of them for a negative
+/// n. Throws std::out_of_range ("map::at:  key not found") at a rule without words.
 VELMORA_EXPORT void print_res(const std::map<double, std::vector<int>>& ranked,
                               const std::map<int, std::vector<std::string>>& rule_words, int n);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,7 +34,7 @@ class VELMORA_EXPORT TopicModel {
                  std::vector<std::pair<double, std::vector<int>>>& matches, std::string& ignored);
 
  private:
-  VelmoraPrivate* engine_;
+  std::unique_ptr<VelmoraPrivate> engine_;
 };
 
 }  // namespace VX::Dialog

@@ -12,17 +12,17 @@
 
 namespace VX::Dialog {
 
-/// Holds its own copies of the tables and of the model; nothing in it changes after construction, so
-/// calls may overlap as far as the stemmers passed to them allow it.
+/// Holds its own copies of the tables and of the model; nothing in it changes after construction,
+/// so calls may overlap as far as the stemmers passed to them allow it.
 class VELMORA_EXPORT Updater {
  public:
-  /// vocabulary        word to word id; its size is V
-  /// frequency_table   stem to count; kept, read by nothing
-  /// idf_table         word id to idf
-  /// model             word_factors is D x V
-  /// word_gram         D x D: missing_weight * word_factors * word_factors'
-  Updater(std::map<std::string, int> vocabulary, std::map<std::string, int> frequency_table,
-          std::map<int, double> idf_table, wordsense_model model, Eigen::MatrixXd word_gram);
+  /// vocabulary_table  word to word id; its size is V
+  /// frequencies       stem to count; kept, read by nothing
+  /// idf               word id to idf
+  /// latent_model      word_factors is D x V
+  /// gram              D x D: missing_weight * word_factors * word_factors'
+  Updater(std::map<std::string, int> vocabulary_table, std::map<std::string, int> frequencies,
+          std::map<int, double> idf, wordsense_model latent_model, Eigen::MatrixXd gram);
   ~Updater();
 
   /// The latent vector (D values) of the joint word counts of all sentences; zeros when no word is

@@ -16,6 +16,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -121,7 +122,7 @@ class VELMORA_EXPORT Velmora {
   int loadWordDistIndex(std::string& ignored);
 
  private:
-  VelmoraPrivate* engine_;
+  std::unique_ptr<VelmoraPrivate> engine_;
 };
 
 }  // namespace VX::Dialog

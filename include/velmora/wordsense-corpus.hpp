@@ -40,10 +40,12 @@ namespace VX::Dialog {
 
 /// Fills a fresh record from a V x S matrix, which is copied. Always true. On a record that is
 /// filled already the old arrays are lost. Throws std::bad_alloc.
-VELMORA_EXPORT bool initialize_wordsense_corpus(wordsense_corpus& corpus, Eigen::SparseMatrix<double>& data);
+VELMORA_EXPORT bool initialize_wordsense_corpus(wordsense_corpus& corpus,
+                                                Eigen::SparseMatrix<double>& data);
 
 /// Makes `weights` a copy of `data` with every stored coefficient set to 1.0.
-VELMORA_EXPORT void initialize_weights(Eigen::SparseMatrix<double>& weights, Eigen::SparseMatrix<double>& data);
+VELMORA_EXPORT void initialize_weights(Eigen::SparseMatrix<double>& weights,
+                                       Eigen::SparseMatrix<double>& data);
 
 /// Expands a matrix to dense columns: a new array of as many vectors as there are columns, each as
 /// long as there are rows. The caller releases it with delete[].

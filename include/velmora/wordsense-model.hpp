@@ -39,8 +39,8 @@ namespace VX::Dialog {
 /// become 0 or stay as they were. Throws std::bad_alloc when the header asks for too much.
 VELMORA_EXPORT bool read_wordsense_model(std::string path, wordsense_model& model);
 
-/// Writes the scalar file alone: dim, lambda and missing_weight, six significant digits. The factors
-/// are not written; a model that is to be read back needs its ".conf" file beside it.
+/// Writes the scalar file alone: dim, lambda and missing_weight, six significant digits. The
+/// factors are not written; a model that is to be read back needs its ".conf" file beside it.
 /// False: the file can't be opened for writing.
 VELMORA_EXPORT bool write_wordsense_model(char* path, wordsense_model& model);
 

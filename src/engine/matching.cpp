@@ -1,0 +1,59 @@
+#include "matching.hpp"
+
+#include <algorithm>
+
+#include "../snapshot/scoring.hpp"
+#include "../support/log-site.hpp"
+#include "../text/stem-set.hpp"
+#include "rule-compilation.hpp"
+
+namespace VX::Dialog::detail {
+
+namespace {
+
+bool can_match(const EngineState& engine) {
+  return !engine.fVocab.empty() && engine.fModel.dim != 0 && !engine.fActive_rules.empty() &&
+         engine.fStemmer != nullptr;
+}
+
+void log_refusal(const EngineState& engine, const EngineKind& kind) {
+  if (kind.guard_tells_active) {
+    VELMORA_LOG(kind.log, zu::log::Level::error, "xMatchInput")
+        << "fVocab.size() " << engine.fVocab.size() << "fModel.dim " << engine.fModel.dim
+        << "fActive_rules.size() " << engine.fActive_rules.size();
+  } else {
+    VELMORA_LOG(kind.log, zu::log::Level::error, "xMatchInput")
+        << "fVocab.size() " << engine.fVocab.size() << "fModel.dim " << engine.fModel.dim;
+  }
+}
+
+}  // namespace
+
+void activate_all_rules(EngineState& engine) {
+  for (const auto& [rule_id, stems] : engine.fRuleWords) {
+    engine.fActive_rules.insert(engine.fActive_rules.end(), rule_id);
+  }
+}
+
+int match_sentence(EngineState& engine, const EngineKind& kind, const std::string& sentence,
+                   std::optional<double> threshold, MatchList& matches) {
+  if (!can_match(engine)) {
+    log_refusal(engine, kind);
+    return -1;
+  }
+  VectorTable queries;
+  fold_in({{0, stem_set(*engine.fStemmer, sentence)}}, latent_space(engine), queries);
+  // One entry more than the field says: the cap is part of the contract as it stands.
+  const std::size_t limit = static_cast<std::size_t>(std::max(engine.fMaxResults, 0)) + 1;
+  std::map<double, std::vector<int>> best = best_scores(
+      engine.fRuleVectors, queries.front(), engine.fActive_rules, engine.fRuleRows, limit);
+  for (auto group = best.rbegin(); group != best.rend(); ++group) {
+    // A score that is no number reaches no threshold.
+    if (!threshold || group->first >= *threshold) {
+      matches.emplace_back(group->first, std::move(group->second));
+    }
+  }
+  return 1;
+}
+
+}  // namespace VX::Dialog::detail

@@ -1,0 +1,60 @@
+#include "model-selection.hpp"
+
+#include <boost/filesystem.hpp>
+#include <velmora/dictionary.hpp>
+#include <zu/path.hpp>
+
+#include "../latent/fold-in.hpp"
+#include "../support/log-site.hpp"
+
+namespace VX::Dialog::detail {
+
+bool exists(const std::string& path) {
+  std::string bare = path;
+  while (bare.size() > 1 && bare.back() == '/') {
+    bare.pop_back();
+  }
+  const boost::filesystem::file_type type = boost::filesystem::status(bare).type();
+  return type != boost::filesystem::status_error && type != boost::filesystem::file_not_found;
+}
+
+bool select_model(EngineState& engine, const EngineKind& kind, const std::string& path,
+                  const std::string& language) {
+  engine.fLanguage = language;  // stays, whatever comes of the rest
+  const std::string own_root = path + "/" + engine.fLanguage + "/";
+  if (exists(own_root)) {
+    engine.fModelRoot = own_root;
+  } else {
+    const std::string default_root =
+        zu::path::findData("dialog", "velmora/data/" + engine.fLanguage + "/", false);
+    if (!exists(default_root)) {
+      VELMORA_LOG(kind.log, zu::log::Level::error, "xSetModel")
+          << "SetModel(): Semantic model file not found: " << default_root;
+      return false;
+    }
+    engine.fModelRoot = default_root;
+    VELMORA_LOG(kind.log, zu::log::Level::info, "xSetModel")
+        << "SetModel(): " << own_root << " not found  using default model " << default_root;
+  }
+  engine.fModelDir = engine.fModelRoot + "model/";
+  engine.fModelFile = engine.fModelDir + "model";
+  engine.fIdfFile = engine.fModelDir + "idf";
+  engine.fDictionaryFile = engine.fModelDir + "dictionary";
+  // A model that can't be read is told by the log and by matching, not here.
+  (void)load_semantic_models(engine);
+  return true;
+}
+
+bool load_semantic_models(EngineState& engine) {
+  engine.fVocab.clear();
+  engine.fVocab = get_word_ids(engine.fDictionaryFile);
+  engine.fIdf.clear();
+  engine.fIdf = load_idf(engine.fIdfFile);
+  if (!read_wordsense_model(engine.fModelFile, engine.fModel)) {
+    return false;
+  }
+  engine.fModelGram = compute_word_gram(engine.fModel);
+  return true;
+}
+
+}  // namespace VX::Dialog::detail

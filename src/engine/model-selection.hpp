@@ -1,0 +1,24 @@
+// Which model directory an engine uses, and loading it. Not installed. Tested by
+// tests/engine/model-selection-test.cpp.
+#pragma once
+
+#include <string>
+
+#include "engine-state.hpp"
+
+namespace VX::Dialog::detail {
+
+/// True when the file system has an entry at `path`; a trailing slash does not ask for a folder.
+/// Throws boost::filesystem::filesystem_error when it can't tell.
+bool exists(const std::string& path);
+
+/// Selects <path>/<language>/ or, failing that, the installed data, and loads the model there.
+/// False when there is neither; only fLanguage has changed then.
+bool select_model(EngineState& engine, const EngineKind& kind, const std::string& path,
+                  const std::string& language);
+
+/// Reads dictionary, idf table and model, in this order. False when the scalar file of the model
+/// can't be opened; the tables are replaced all the same, model and gram are not.
+bool load_semantic_models(EngineState& engine);
+
+}  // namespace VX::Dialog::detail

@@ -1,0 +1,103 @@
+#include "velmora-private.hpp"
+
+#include <velmora/debug.hpp>
+
+#include "../snapshot/warm-start.hpp"
+#include "../support/log-site.hpp"
+#include "matching.hpp"
+#include "model-selection.hpp"
+#include "rule-compilation.hpp"
+#include "word-distance.hpp"
+
+namespace VX::Dialog {
+
+namespace {
+
+EngineKind kind() {
+  return {detail::command_log, DEBUG, /*guard_tells_active=*/true};
+}
+
+}  // namespace
+
+VelmoraPrivate::VelmoraPrivate() {
+  fMaxResults = kMaxResults;
+}
+
+VelmoraPrivate::VelmoraPrivate(std::string language) {
+  fMaxResults = kMaxResultsOfLanguage;
+  fLanguage = std::move(language);
+}
+
+VelmoraPrivate::~VelmoraPrivate() {
+  fStemmer.reset();  // before all other fields
+}
+
+bool VelmoraPrivate::xLoadSemanticModels() {
+  return detail::load_semantic_models(*this);
+}
+
+bool VelmoraPrivate::xSetModel(std::string& path, std::string& language) {
+  return detail::select_model(*this, kind(), path, language);
+}
+
+bool VelmoraPrivate::xLoadDialogVectors(std::map<int, std::vector<std::string>>& rules) {
+  return detail::compile_rules(*this, rules);
+}
+
+bool VelmoraPrivate::xLoadDialogVectorsFromFile(const std::string path,
+                                                std::map<int, std::vector<std::string>> rules,
+                                                bool compileNewRules) {
+  return detail::load_from_file(*this, kind(), path, std::move(rules), compileNewRules);
+}
+
+bool VelmoraPrivate::load_snapshot_index(const std::string path,
+                                         std::vector<std::vector<double>>& ls,
+                                         std::map<int, std::vector<std::string>>& rules,
+                                         Stemmer* stemmer) {
+  return detail::load_snapshot_index(*this, kind(), path, ls, rules, *stemmer);
+}
+
+bool VelmoraPrivate::load_snapshot_ls2(const std::string path, std::vector<std::vector<double>>& ls,
+                                       std::map<int, std::vector<std::string>>& rules,
+                                       Stemmer* stemmer) {
+  return detail::load_snapshot_merge(*this, kind(), path, ls, rules, *stemmer);
+}
+
+int VelmoraPrivate::xMatchInput(const std::string sentence,
+                                std::vector<std::pair<double, std::vector<int>>>& matches) {
+  return detail::match_sentence(*this, kind(), sentence, std::nullopt, matches);
+}
+
+void VelmoraPrivate::xUpdateActiveRules(std::set<int>& rule_ids) {
+  fActive_rules.insert(rule_ids.begin(), rule_ids.end());
+}
+
+void VelmoraPrivate::xActiveAllRules() {
+  detail::activate_all_rules(*this);
+}
+
+void VelmoraPrivate::xUpdateDeactiveRules(std::set<int>& rule_ids) {
+  for (const int rule_id : rule_ids) {
+    fActive_rules.erase(rule_id);
+  }
+}
+
+std::set<int> VelmoraPrivate::getActive_rules() const {
+  return fActive_rules;
+}
+
+double VelmoraPrivate::xSimpleDist(std::vector<std::string> first,
+                                   std::vector<std::string> second) {
+  return detail::list_similarity(*this, std::move(first), std::move(second));
+}
+
+std::map<double, std::string> VelmoraPrivate::xSpecificities(const std::string sentence) {
+  return detail::specificities(*this, kind(), sentence);
+}
+
+int VelmoraPrivate::loadWordDists() {
+  detail::load_word_distances(*this);
+  return 1;
+}
+
+}  // namespace VX::Dialog

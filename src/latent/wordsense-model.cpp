@@ -1,0 +1,60 @@
+// The model record and its scalar file. Tested by tests/latent/wordsense-model-test.cpp.
+#include <velmora/wordsense-model.hpp>
+
+#include <fstream>
+
+#include "../support/log-site.hpp"
+#include "../support/number-text.hpp"
+#include "../support/text-file.hpp"
+#include "velmora/matrix-files.hpp"
+
+wordsense_model::wordsense_model() = default;
+wordsense_model::wordsense_model(const wordsense_model& other) = default;
+wordsense_model::~wordsense_model() = default;
+wordsense_model& wordsense_model::operator=(const wordsense_model& other) = default;
+
+namespace VX::Dialog {
+
+using detail::model_log;
+using zu::log::Level;
+
+bool read_wordsense_model(std::string path, wordsense_model& model) {
+  VELMORA_LOG(model_log, Level::info, "read_wordsense_model")
+      << "read_wordsense_model() from " << path;
+  const std::optional<std::string> text = detail::read_text_file(path);
+  if (!text) {
+    VELMORA_LOG(model_log, Level::error, "read_wordsense_model")
+        << " read_wordsense_model() Cannot open file " << path;
+    return false;
+  }
+  detail::NumberReader numbers(*text);
+  numbers.read(model.dim);
+  numbers.read(model.lambda);
+  numbers.read(model.missing_weight);
+  std::string matrix_path = path + ".conf";
+  // A missing matrix is logged there and is no failure here: the scalars count.
+  (void)read_mat_data(matrix_path.data(), model.word_factors);
+  return true;
+}
+
+bool write_wordsense_model(char* path, wordsense_model& model) {
+  VELMORA_LOG(model_log, Level::info, "write_wordsense_model")
+      << "write_wordsense_model into " << path << "\n";
+  std::ofstream out(path);
+  if (!out) {
+    VELMORA_LOG(model_log, Level::error, "write_wordsense_model")
+        << "write_wordsense_model Cannot open file " << path << "\n";
+    return false;
+  }
+  std::string text;
+  detail::append_number(text, model.dim);
+  text += '\n';
+  detail::append_number(text, model.lambda);
+  text += '\n';
+  detail::append_number(text, model.missing_weight);
+  text += '\n';
+  out << text;
+  return true;
+}
+
+}  // namespace VX::Dialog

@@ -1,0 +1,45 @@
+// The engine behind AppModel: the state and its published members.
+//
+// It differs from VelmoraPrivate in its log category, in the threshold of matching, and in the
+// members that it offers. Exported for a linker, not installed.
+#pragma once
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+#include <velmora/export.hpp>
+
+#include "../engine/engine-state.hpp"
+
+namespace VX::Dialog {
+
+class VELMORA_EXPORT AppModelPrivate : public EngineState {
+ public:
+  /// Appends up to 21 entries a match.
+  AppModelPrivate();
+  /// Appends up to 11 entries a match.
+  explicit AppModelPrivate(std::string language);
+  ~AppModelPrivate();
+  AppModelPrivate(const AppModelPrivate&) = delete;
+  AppModelPrivate& operator=(const AppModelPrivate&) = delete;
+
+  /// As the members of VelmoraPrivate.
+  bool xLoadSemanticModels();
+  bool xSetModel(const std::string& path, const std::string& language);
+  bool xLoadDialogVectors(std::map<int, std::vector<std::string>>& rules);
+  bool xLoadDialogVectorsFromFile(const std::string path,
+                                  std::map<int, std::vector<std::string>> rules,
+                                  bool compileNewRules);
+  bool load_snapshot_index(const std::string path, std::vector<std::vector<double>>& ls,
+                           std::map<int, std::vector<std::string>>& rules, Stemmer* stemmer);
+  bool load_snapshot_ls2(const std::string path, std::vector<std::vector<double>>& ls,
+                         std::map<int, std::vector<std::string>>& rules, Stemmer* stemmer);
+  /// Passes over entries below the threshold; they do not count against the cap.
+  int xMatchInput(const std::string sentence,
+                  std::vector<std::pair<double, std::vector<int>>>& matches, double threshold);
+  /// Always true.
+  bool xActiveAllRules();
+};
+
+}  // namespace VX::Dialog

@@ -1,0 +1,58 @@
+// The matcher over applications: numbers them for its engine and turns the numbers back into names.
+// Tested by tests/models/app-model-test.cpp.
+#include <velmora/app-model.hpp>
+
+#include "../support/checked-lookup.hpp"
+#include "../support/log-site.hpp"
+#include "app-model-private.hpp"
+
+namespace VX::Dialog {
+
+AppModel::AppModel() : engine_(std::make_unique<AppModelPrivate>()) {}
+
+AppModel::~AppModel() = default;
+
+bool AppModel::setModel(const std::string path, const std::string language,
+                        std::map<std::string, std::vector<std::string>>& applications) {
+  std::map<int, std::vector<std::string>> rules;
+  int number = 0;
+  for (const auto& [name, sentences] : applications) {
+    rules[number] = sentences;
+    fAppNames[number] = name;  // names of an earlier, longer table stay behind these
+    ++number;
+  }
+  if (!engine_->xSetModel(path, language) || !engine_->xLoadSemanticModels() ||
+      !engine_->xLoadDialogVectors(rules)) {
+    return false;  // the names stay entered
+  }
+  engine_->xActiveAllRules();
+  fReady = true;
+  return true;
+}
+
+bool AppModel::isReady() {
+  return fReady;
+}
+
+int AppModel::matchInput(const std::string sentence,
+                         std::vector<std::pair<double, std::vector<std::string>>>& matches,
+                         double threshold) {
+  if (fAppNames.empty()) {
+    VELMORA_LOG(detail::app_data_log, zu::log::Level::warning, "matchInput")
+        << "no application indexed";
+    return -1;
+  }
+  std::vector<std::pair<double, std::vector<int>>> numbered;
+  // A refusal of the engine is no failure here: nothing is appended and the result is 1.
+  (void)engine_->xMatchInput(sentence, numbered, threshold);
+  for (const auto& [score, numbers] : numbered) {
+    std::vector<std::string> names;
+    for (const int number : numbers) {
+      names.push_back(detail::checked_lookup(fAppNames, number));
+    }
+    matches.emplace_back(score, std::move(names));
+  }
+  return 1;
+}
+
+}  // namespace VX::Dialog

@@ -1,0 +1,27 @@
+// The ready-made matcher over topics. Tested by tests/models/topic-model-test.cpp.
+#include <velmora/topic-model.hpp>
+
+#include "../engine/velmora-private.hpp"
+
+namespace VX::Dialog {
+
+TopicModel::TopicModel(std::string language, std::map<int, std::vector<std::string>> topics)
+    : engine_(std::make_unique<VelmoraPrivate>(language)) {
+  // A folder of this name in the working directory comes before the installed data.
+  std::string path = "topicmodel.txt";
+  (void)engine_->xSetModel(path, language);
+  // Loads the model once more; a topic model that can't be set up answers -1.
+  (void)engine_->xLoadSemanticModels();
+  (void)engine_->xLoadDialogVectors(topics);
+  engine_->xActiveAllRules();
+}
+
+TopicModel::~TopicModel() = default;
+
+int TopicModel::matchInput(const std::string sentence,
+                           std::vector<std::pair<double, std::vector<int>>>& matches,
+                           std::string& /*ignored*/) {
+  return engine_->xMatchInput(sentence, matches);
+}
+
+}  // namespace VX::Dialog

@@ -1,0 +1,9 @@
+// The switches for the developer's dumps.
+#include <velmora/debug.hpp>
+
+namespace VX::Dialog {
+
+bool DEBUG = false;
+bool DEBUGAPP = false;
+
+}  // namespace VX::Dialog

@@ -1,0 +1,189 @@
+#include "scoring.hpp"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace VX::Dialog::detail {
+
+namespace {
+
+constexpr std::size_t kRowsAtOnce = 4;
+constexpr int kNotScored = -1;
+
+// Sums over one query and kRowsAtOnce rows of n values, each in index order. The rows are
+// independent of one another, so nothing is reassociated.
+struct RowSums {
+  std::array<double, kRowsAtOnce> dot{};
+  std::array<double, kRowsAtOnce> square{};
+};
+
+RowSums row_sums(const std::array<const double*, kRowsAtOnce>& rows, const double* query,
+                 std::size_t n) {
+  const double* const a = rows[0];
+  const double* const b = rows[1];
+  const double* const c = rows[2];
+  const double* const d = rows[3];
+  RowSums sums;
+  for (std::size_t i = 0; i != n; ++i) {
+    const std::array<double, kRowsAtOnce> x = {a[i], b[i], c[i], d[i]};
+    for (std::size_t r = 0; r != kRowsAtOnce; ++r) {
+      sums.dot[r] += x[r] * query[i];
+      sums.square[r] += x[r] * x[r];
+    }
+  }
+  return sums;
+}
+
+double cosine_of_sums(double dot, double first_square, double second_square) {
+  // Exactly 0 also for a zero vector, so nothing is divided by 0.
+  return dot == 0.0 ? 0.0 : dot / std::sqrt(first_square) / std::sqrt(second_square);
+}
+
+// Squared length of the first n values of the query; n is the same for all rows but in damaged
+// tables, so the last one is remembered.
+class QuerySquares {
+ public:
+  explicit QuerySquares(const std::vector<double>& query) : query_(query) {}
+
+  double up_to(std::size_t n) {
+    if (n != size_) {
+      size_ = n;
+      square_ = 0.0;
+      for (std::size_t i = 0; i != n; ++i) {
+        square_ += query_[i] * query_[i];
+      }
+    }
+    return square_;
+  }
+
+ private:
+  const std::vector<double>& query_;
+  std::size_t size_ = 0;
+  double square_ = 0.0;
+};
+
+// Scores up to kRowsAtOnce rows of one length.
+class RowBatch {
+ public:
+  RowBatch(const std::vector<double>& query, std::vector<double>& scores)
+      : query_(query), squares_(query), scores_(scores) {}
+
+  void add(const std::vector<double>& row, std::size_t place) {
+    if (row.empty() || row.size() > query_.size()) {
+      scores_[place] = 0.0;  // nothing to compare, or nothing to compare it with
+      return;
+    }
+    if (row.size() != size_ || count_ == kRowsAtOnce) {
+      flush();
+      size_ = row.size();
+    }
+    rows_[count_] = row.data();
+    places_[count_] = place;
+    ++count_;
+  }
+
+  void flush() {
+    if (count_ == 0) {
+      return;
+    }
+    for (std::size_t r = count_; r != kRowsAtOnce; ++r) {
+      rows_[r] = rows_[0];
+    }
+    const RowSums sums = row_sums(rows_, query_.data(), size_);
+    const double query_square = squares_.up_to(size_);
+    for (std::size_t r = 0; r != count_; ++r) {
+      scores_[places_[r]] = cosine_of_sums(sums.dot[r], sums.square[r], query_square);
+    }
+    count_ = 0;
+  }
+
+ private:
+  const std::vector<double>& query_;
+  QuerySquares squares_;
+  std::vector<double>& scores_;
+  std::size_t size_ = 0;
+  std::size_t count_ = 0;
+  std::array<const double*, kRowsAtOnce> rows_{};
+  std::array<std::size_t, kRowsAtOnce> places_{};
+};
+
+}  // namespace
+
+ActiveRows find_rows(const VectorTable& vectors, const std::set<int>& active,
+                     std::map<int, int>& rule_rows) {
+  ActiveRows found;
+  found.rows.reserve(active.size());
+  auto entry = rule_rows.begin();
+  for (const int rule_id : active) {
+    // Mostly both tables hold the same ids, and the next entry is the one looked for.
+    if (entry == rule_rows.end() || entry->first != rule_id) {
+      entry = rule_rows.try_emplace(rule_id, 0).first;
+    }
+    const int row = entry->second;
+    if (static_cast<std::size_t>(row) >= vectors.size()) {
+      found.complete = false;
+      found.outside = row;
+      break;
+    }
+    found.rows.push_back(row);
+    ++entry;
+  }
+  return found;
+}
+
+std::vector<double> score_rows(const VectorTable& vectors, const std::vector<double>& query,
+                               const std::vector<int>& rows) {
+  std::vector<int> place_of_row(vectors.size(), kNotScored);
+  std::vector<double> scores(rows.size());
+  RowBatch batch(query, scores);
+  for (std::size_t place = 0; place != rows.size(); ++place) {
+    const auto row = static_cast<std::size_t>(rows[place]);
+    if (place_of_row[row] == kNotScored) {
+      place_of_row[row] = static_cast<int>(place);
+      batch.add(vectors[row], place);
+    }
+  }
+  batch.flush();
+  for (std::size_t place = 0; place != rows.size(); ++place) {
+    scores[place] =
+        scores[static_cast<std::size_t>(place_of_row[static_cast<std::size_t>(rows[place])])];
+  }
+  return scores;
+}
+
+std::map<double, std::vector<int>> best_scores(const VectorTable& vectors,
+                                               const std::vector<double>& query,
+                                               const std::set<int>& active,
+                                               std::map<int, int>& rule_rows, std::size_t limit) {
+  const ActiveRows found = find_rows(vectors, active, rule_rows);
+  if (!found.complete) {
+    (void)vectors.at(static_cast<std::size_t>(found.outside));
+  }
+  const std::vector<double> scores = score_rows(vectors, query, found.rows);
+  std::map<double, std::vector<int>> best;
+  bool dropped = false;
+  auto rule_id = active.begin();
+  for (std::size_t place = 0; place != scores.size(); ++place, ++rule_id) {
+    const double score = scores[place];
+    if (best.size() == limit) {
+      // A group once dropped never comes back: only better ones dropped it.
+      if (score < best.begin()->first) {
+        dropped = true;
+        continue;
+      }
+      // An ordered map has a score that is no number in its lowest group, which is gone by then.
+      if (std::isnan(score) && dropped) {
+        continue;
+      }
+    }
+    best[score].push_back(*rule_id);
+    if (best.size() > limit) {
+      best.erase(best.begin());
+      dropped = true;
+    }
+  }
+  return best;
+}
+
+}  // namespace VX::Dialog::detail

@@ -1,0 +1,34 @@
+// Word counts. Tested by tests/text/frequencies-test.cpp.
+#include <velmora/frequencies.hpp>
+
+#include <fstream>
+
+#include "../support/text-file.hpp"
+
+namespace VX::Dialog {
+
+std::map<std::string, int> getRulesFrequencies(
+    const std::map<int, std::vector<std::string>>& sentences) {
+  std::map<std::string, int> frequencies;
+  for (const auto& [sentence_id, stems] : sentences) {
+    for (const std::string& stem : stems) {
+      ++frequencies[stem];
+    }
+  }
+  return frequencies;
+}
+
+std::map<std::string, int> getfreqs(const std::string& path, std::map<int, std::string>& lines) {
+  std::map<std::string, int> frequencies;
+  std::ifstream in(path);
+  std::string line;
+  for (int line_number = 0; std::getline(in, line); ++line_number) {
+    for (const std::string& word : detail::corpus_words(line)) {
+      ++frequencies[word];
+    }
+    lines[line_number] = line;
+  }
+  return frequencies;
+}
+
+}  // namespace VX::Dialog

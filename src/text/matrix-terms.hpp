@@ -1,0 +1,18 @@
+// The entries of one sentence that have a place in a term matrix.
+//
+// Used where weights enter a matrix and by the fold-in, which needs none, so that both keep and
+// report the same words. Not installed. Tested by tests/text/query-weighting-test.cpp.
+#pragma once
+
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace VX::Dialog::detail {
+
+/// Word ids and weights of a sentence, ascending. An id below 0 or from `vocabulary_size` on has no
+/// row: it is logged at level error and left out.
+std::vector<std::pair<int, double>> matrix_terms(const std::map<int, double>& weights,
+                                                 long vocabulary_size);
+
+}  // namespace VX::Dialog::detail
