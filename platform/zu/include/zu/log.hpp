@@ -1,0 +1,115 @@
+// Logging by category: who may speak how loudly, and who listens.
+//
+// Every function here may be called from any thread, also while other libraries of the process are
+// being initialised or torn down.
+#pragma once
+
+#include <functional>
+#include <ios>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include <zu/export.hpp>
+
+namespace zu::log {
+
+/// From gravest to most talkative. A category set to one level shows it and all graver ones;
+/// `silent` hides everything and is no level for a record.
+enum class Level : int {
+  silent = 0,
+  fatal = 1,
+  error = 2,
+  warning = 3,
+  info = 4,
+  verbose = 5,
+  debug = 6
+};
+
+/// A named source of records. Opaque; lives as long as the process.
+class Category;
+
+/// The category of that name, created at the first call; the same pointer for the same name.
+/// Throws only std::bad_alloc.
+ZU_EXPORT Category* addCategory(const std::string& name);
+
+/// Whether a record of `level` would reach anybody who listens. False for a null category and for
+/// Level::silent. Costs one atomic load.
+ZU_EXPORT bool isVisible(const Category* category, Level level) noexcept;
+
+/// Sets every category, also those set one by one before and those added later. The level at
+/// start is Level::info.
+ZU_EXPORT void setLevel(Level level);
+
+/// Sets that category alone, also if it is added later; holds until either function sets it anew.
+ZU_EXPORT void setLevel(const std::string& category, Level level);
+
+/// One message, as handlers get it.
+struct Record {
+  Level level;
+  std::string category;
+  std::string file;
+  std::string function;
+  int line;
+  std::string text;
+};
+
+/// Runs on the thread that logs. What it throws is dropped.
+using Handler = std::function<void(const Record&)>;
+
+/// From now on `handler` is called once for each visible record, by several threads at once if
+/// they log at once. A record logged by the handler itself goes to the console and to the other
+/// handlers, not back to it. Returns the id for removeHandler, 1 or more; -1 for an empty function,
+/// which is not added.
+ZU_EXPORT int addHandler(Handler handler);
+
+/// Once this returns the handler does not run and is never called again: it waits for calls on
+/// other threads to end, so do not hold a lock that the handler takes. Called from within a
+/// handler it does not wait, and calls that have begun may still run. An unknown id does nothing.
+ZU_EXPORT void removeHandler(int id);
+
+/// The sink on standard error, one line for each visible record; on at start.
+ZU_EXPORT void setConsole(bool enabled);
+
+/// Collects one message and hands it over as one record when destroyed, which never throws.
+///
+/// Whether the record is visible is decided at construction; if it is not, nothing that is put in
+/// is formatted. Numbers have the default stream format of the classic locale. Used by one thread.
+class ZU_EXPORT LogStream {
+ public:
+  /// `file` and `function` are copied; null stands for the empty string.
+  LogStream(Level level, const char* file, const char* function, int line,
+            const Category* category);
+  ~LogStream();
+  LogStream(const LogStream&) = delete;
+  LogStream& operator=(const LogStream&) = delete;
+
+  template <typename T>
+  LogStream& operator<<(const T& value) {
+    if (text_ != nullptr) {
+      *text_ << value;
+    }
+    return *this;
+  }
+
+  // Manipulators such as std::endl and std::hex, whose type cannot be deduced above.
+  LogStream& operator<<(std::ostream& (*manipulator)(std::ostream&)) {
+    if (text_ != nullptr) {
+      *text_ << manipulator;
+    }
+    return *this;
+  }
+  LogStream& operator<<(std::ios_base& (*manipulator)(std::ios_base&)) {
+    if (text_ != nullptr) {
+      *text_ << manipulator;
+    }
+    return *this;
+  }
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;    // null when the record is not visible
+  std::ostream* text_ = nullptr;  // the stream inside impl_
+};
+
+}  // namespace zu::log
