@@ -1,0 +1,35 @@
+// Normalised text and what its characters are.
+//
+// Used by the word splitting and by the Japanese analysis. Not installed. Tested through the
+// stemmer by platform/fennel/tests/stemmer-test.cpp.
+#pragma once
+
+#include <unicode/unistr.h>
+
+#include <string_view>
+
+namespace VX::Dialog::fennel {
+
+struct NormalizedText {
+  icu::UnicodeString text;
+  /// No character needs more than a look at its neighbours to find the words: ICU's word breaking
+  /// would say nothing new.
+  bool is_simple = true;
+};
+
+/// NFKC, case folded, without invisible characters; every kind of apostrophe is U+0027 and what is
+/// no UTF-8 is U+FFFD. `scratch` and the old content of `result` only lend their memory.
+void normalize(std::string_view sentence, icu::UnicodeString& scratch, NormalizedText& result);
+
+/// Letters and numbers.
+bool starts_word(UChar32 character);
+/// Letters, numbers and the marks that go with them.
+bool continues_word(UChar32 character);
+bool is_letter_or_mark(UChar32 character);
+bool is_letter(UChar32 character);
+bool is_digit(UChar32 character);
+
+/// White space of any kind, and control characters.
+bool is_blank(UChar32 character);
+
+}  // namespace VX::Dialog::fennel

@@ -1,0 +1,129 @@
+// Word splitting.
+//
+// ICU's word breaking (Unicode Standard Annex 29, with dictionaries for scripts without blanks)
+// cuts the text into pieces, and the rules below find the words of a piece. They look at
+// neighbouring characters alone, and where there are only Latin letters the pieces never end
+// inside what they keep together; so simple text is one single piece, which is much faster and
+// gives the same words. Used by the stemmer. Tested by platform/fennel/tests/stemmer-test.cpp.
+#include "words.hpp"
+
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <string_view>
+
+namespace VX::Dialog::fennel {
+namespace {
+
+// A piece of the text, read character by character.
+struct Piece {
+  std::u16string_view text;  // the whole sentence
+  std::size_t begin;
+  std::size_t end;
+
+  // The character at `index` and the index behind it; {0, end} at the end of the piece.
+  std::pair<UChar32, std::size_t> character_at(std::size_t index) const {
+    if (index >= end) {
+      return {0, end};
+    }
+    UChar32 character = 0;
+    U16_NEXT(text.data(), index, end, character);
+    return {character, index};
+  }
+};
+
+void append_utf8(UChar32 character, std::string& text) {
+  if (character < 0x80) {
+    text += static_cast<char>(character);
+    return;
+  }
+  char bytes[U8_MAX_LENGTH];
+  std::size_t length = 0;
+  U8_APPEND_UNSAFE(bytes, length, character);
+  text.append(bytes, length);
+}
+
+// Whether the full stop before `index` stands between two single letters, as in "u.s.a".
+bool is_followed_by_single_letter(const Piece& piece, std::size_t index) {
+  const auto [letter, behind_letter] = piece.character_at(index);
+  if (!is_letter(letter)) {
+    return false;
+  }
+  const UChar32 next = piece.character_at(behind_letter).first;
+  return !continues_word(next) && next != '\'';
+}
+
+// Reads the word that begins at `index`; returns the index behind it.
+std::size_t read_word(const Piece& piece, std::size_t index, std::string& word) {
+  UChar32 previous = 0;
+  // Characters since the last full stop of an abbreviation, while it may be one.
+  int run_length = 0;
+  bool has_apostrophe = false;
+  while (index < piece.end) {
+    const auto [character, behind] = piece.character_at(index);
+    if (continues_word(character)) {
+      append_utf8(character, word);
+      ++run_length;
+    } else if (character == '\'') {
+      if (!is_letter_or_mark(previous) || !is_letter(piece.character_at(behind).first)) {
+        break;
+      }
+      word += '\'';
+      has_apostrophe = true;
+    } else if (character == '.' || character == ',') {
+      if (is_digit(previous) && is_digit(piece.character_at(behind).first)) {
+        append_utf8(character, word);
+      } else if (character == '.' && run_length == 1 && !has_apostrophe && is_letter(previous) &&
+                 is_followed_by_single_letter(piece, behind)) {
+        run_length = 0;
+      } else {
+        break;
+      }
+    } else {
+      break;
+    }
+    previous = character;
+    index = behind;
+  }
+  return index;
+}
+
+void split_piece(const Piece& piece, std::vector<Word>& words) {
+  std::size_t index = piece.begin;
+  while (index < piece.end) {
+    const auto [character, behind] = piece.character_at(index);
+    if (!starts_word(character)) {
+      index = behind;
+      continue;
+    }
+    Word& word = words.emplace_back();
+    word.before = index > 0 ? piece.text[index - 1] : u'\0';
+    index = read_word(piece, index, word.text);
+    word.after = index < piece.text.size() ? piece.text[index] : u'\0';
+  }
+}
+
+}  // namespace
+
+void WordSplitter::split(const NormalizedText& normalized, std::vector<Word>& words) {
+  words.clear();
+  const icu::UnicodeString& text = normalized.text;
+  const std::u16string_view units(text.getBuffer(), static_cast<std::size_t>(text.length()));
+  if (!normalized.is_simple && break_iterator_ == nullptr) {
+    UErrorCode status = U_ZERO_ERROR;
+    break_iterator_.reset(icu::BreakIterator::createWordInstance(icu::Locale(locale_), status));
+  }
+  if (normalized.is_simple || break_iterator_ == nullptr) {
+    split_piece({units, 0, units.size()}, words);
+    return;
+  }
+  break_iterator_->setText(text);
+  std::int32_t begin = break_iterator_->first();
+  for (std::int32_t end = break_iterator_->next(); end != icu::BreakIterator::DONE;
+       end = break_iterator_->next()) {
+    split_piece({units, static_cast<std::size_t>(begin), static_cast<std::size_t>(end)}, words);
+    begin = end;
+  }
+}
+
+}  // namespace VX::Dialog::fennel
