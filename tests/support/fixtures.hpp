@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <string>
 #include <vector>
 #include <zu/log.hpp>
@@ -51,10 +52,13 @@ class LogCapture {
   LogCapture(const LogCapture&) = delete;
   LogCapture& operator=(const LogCapture&) = delete;
 
-  /// "<level> <category> <function>: <text>" for each record.
-  std::vector<std::string> lines() const {
+  /// "<level> <category> <function>: <text>" for each record, of one category when it is named.
+  std::vector<std::string> lines(const std::string& category = "") const {
     std::vector<std::string> all;
     for (const zu::log::Record& record : records) {
+      if (!category.empty() && record.category != category) {
+        continue;
+      }
       all.push_back(std::to_string(static_cast<int>(record.level)) + " " + record.category + " " +
                     record.function + ": " + record.text);
     }
@@ -70,19 +74,47 @@ class LogCapture {
 /// A language without a stemmer: words come through as they are.
 inline const std::string kLanguage = "tst";
 
-/// Writes <folder>/tst/model/ with four words in two dimensions. All sums over it are exact enough
-/// to work out by hand: lambda and missing_weight are 0.5.
+/// Writes <folder>/<root>/model/ with four words in two dimensions. All sums over it are exact
+/// enough to work out by hand: lambda and missing_weight are 0.5.
 ///
 ///   word    id   idf   factors
 ///   go       0     2   1 0
 ///   stop     1     1   0 1
 ///   up       2   0.5   1 1
 ///   walk     3   (none) -1 0.5
-inline void write_model(const TemporaryFolder& folder) {
-  folder.write("tst/model/dictionary", "go\nstop\nup\nwalk\n");
-  folder.write("tst/model/idf", "0 2\n1 1\n2 0.5\n");
-  folder.write("tst/model/model", "2\n0.5\n0.5\n");
-  folder.write("tst/model/model.conf", "4 2\n1 0 \n0 1 \n1 1 \n-1 0.5 \n");
+inline void write_model(const TemporaryFolder& folder, const std::string& root = kLanguage) {
+  folder.write(root + "/model/dictionary", "go\nstop\nup\nwalk\n");
+  folder.write(root + "/model/idf", "0 2\n1 1\n2 0.5\n");
+  folder.write(root + "/model/model", "2\n0.5\n0.5\n");
+  folder.write(root + "/model/model.conf", "4 2\n1 0 \n0 1 \n1 1 \n-1 0.5 \n");
+}
+
+/// Where a root for write_model is found as installed data, when XDG_DATA_HOME is <folder>/data.
+inline const std::string kInstalledRoot = "data/dialog/velmora/data/" + kLanguage;
+
+/// Makes <folder>/data the first place of installed data, and the only one that a test can fill.
+inline void use_installed_data(const TemporaryFolder& folder) {
+  setenv("XDG_DATA_HOME", folder.path("data").c_str(), 1);
+  setenv("XDG_DATA_DIRS", folder.path("none").c_str(), 1);
+}
+
+/// Rules 0 to 30 for the model above with a fifth word, "turn": every set of the five words, each
+/// with a score of its own.
+inline std::map<int, std::vector<std::string>> many_rules(const TemporaryFolder& folder,
+                                                          const std::string& root = kLanguage) {
+  write_model(folder, root);
+  folder.write(root + "/model/dictionary", "go\nstop\nup\nwalk\nturn\n");
+  folder.write(root + "/model/model.conf", "5 2\n1 0 \n0 1 \n1 1 \n-1 0.5 \n0.25 -2 \n");
+  const std::vector<std::string> words = {"go", "stop", "up", "walk", "turn"};
+  std::map<int, std::vector<std::string>> rules;
+  for (unsigned set = 1; set != 1U << words.size(); ++set) {
+    for (std::size_t i = 0; i != words.size(); ++i) {
+      if ((set >> i) & 1U) {
+        rules[static_cast<int>(set) - 1].push_back(words[i]);
+      }
+    }
+  }
+  return rules;
 }
 
 }  // namespace test
