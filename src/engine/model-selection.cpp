@@ -9,12 +9,20 @@
 
 namespace VX::Dialog::detail {
 
-bool exists(const std::string& path) {
-  std::string bare = path;
-  while (bare.size() > 1 && bare.back() == '/') {
-    bare.pop_back();
+namespace {
+
+// A plain file at the language path will do as well, although the path ends in a slash.
+bool root_exists(std::string root) {
+  while (root.size() > 1 && root.back() == '/') {
+    root.pop_back();
   }
-  const boost::filesystem::file_type type = boost::filesystem::status(bare).type();
+  return exists(root);
+}
+
+}  // namespace
+
+bool exists(const std::string& path) {
+  const boost::filesystem::file_type type = boost::filesystem::status(path).type();
   return type != boost::filesystem::status_error && type != boost::filesystem::file_not_found;
 }
 
@@ -22,12 +30,12 @@ bool select_model(EngineState& engine, const EngineKind& kind, const std::string
                   const std::string& language) {
   engine.fLanguage = language;  // stays, whatever comes of the rest
   const std::string own_root = path + "/" + engine.fLanguage + "/";
-  if (exists(own_root)) {
+  if (root_exists(own_root)) {
     engine.fModelRoot = own_root;
   } else {
     const std::string default_root =
         zu::path::findData("dialog", "velmora/data/" + engine.fLanguage + "/", false);
-    if (!exists(default_root)) {
+    if (!root_exists(default_root)) {
       VELMORA_LOG(kind.log, zu::log::Level::error, "xSetModel")
           << "SetModel(): Semantic model file not found: " << default_root;
       return false;

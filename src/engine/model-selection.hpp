@@ -8,8 +8,8 @@
 
 namespace VX::Dialog::detail {
 
-/// True when the file system has an entry at `path`; a trailing slash does not ask for a folder.
-/// Throws boost::filesystem::filesystem_error when it can't tell.
+/// True when the file system has an entry at `path`. Throws
+/// boost::filesystem::filesystem_error when it can't tell.
 bool exists(const std::string& path);
 
 /// Selects <path>/<language>/ or, failing that, the installed data, and loads the model there.
