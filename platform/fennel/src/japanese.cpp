@@ -14,8 +14,9 @@ namespace {
 
 using std::string_view;
 
-// MeCab's memory grows with the length of what it analyses at once.
-constexpr std::size_t kLongestPart = 8192;
+// MeCab takes memory of the length of what it analyses at once, and for a long run of digits or
+// Latin letters time of the square.
+constexpr std::size_t kLongestPart = 1024;
 
 // Fields of a feature of the IPA dictionary.
 constexpr int kPartOfSpeech = 0;
@@ -34,10 +35,12 @@ string_view feature_field(string_view feature, int index) {
   return feature.substr(0, feature.find(','));
 }
 
-bool is_function_word(string_view feature) {
-  const string_view part_of_speech = feature_field(feature, kPartOfSpeech);
-  const bool is_symbol =
-      part_of_speech == "記号" && feature_field(feature, kPartOfSpeechDetail) != "アルファベット";
+// Letters of the Latin and Greek alphabets are symbols to the dictionary, and so is what it does
+// not know at all, words of other scripts among it.
+bool is_function_word(const MeCab::Node& node) {
+  const string_view part_of_speech = feature_field(node.feature, kPartOfSpeech);
+  const bool is_symbol = part_of_speech == "記号" && node.stat != MECAB_UNK_NODE &&
+                         feature_field(node.feature, kPartOfSpeechDetail) != "アルファベット";
   return is_symbol || part_of_speech == "助詞" || part_of_speech == "助動詞";
 }
 
@@ -179,7 +182,7 @@ void JapaneseAnalyzer::add_stems_of_part(string_view part, StemList& stems) {
       continue;
     }
     number.finish(stems);
-    if (is_word && !is_function_word(feature)) {
+    if (is_word && !is_function_word(*node)) {
       stems.add(base_form(surface, feature));
     }
   }

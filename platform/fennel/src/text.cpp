@@ -54,8 +54,20 @@ void normalize_ascii(std::string_view sentence, icu::UnicodeString& text) {
   text.releaseBuffer(length);
 }
 
-// What has to happen before NFKC: it would turn the acute accent that some type for an apostrophe
-// into a blank and a mark.
+// What NFKC would take for something else: it turns the acute accent that some type for an
+// apostrophe into a blank and a mark, and the trade mark signs into letters of the word before.
+char16_t before_nfkc(char16_t unit) {
+  switch (unit) {
+    case u'\u00B4':
+      return kApostrophe;
+    case u'\u2120':
+    case u'\u2122':
+      return u' ';
+    default:
+      return unit;
+  }
+}
+
 void prepare(icu::UnicodeString& raw) {
   const std::int32_t length = raw.length();
   char16_t* units = raw.getBuffer(std::max(length, 1));
@@ -74,7 +86,7 @@ void prepare(icu::UnicodeString& raw) {
       continue;
     }
     for (std::int32_t unit = start; unit < next; ++unit) {
-      units[kept++] = units[unit] == u'\u00B4' ? kApostrophe : units[unit];
+      units[kept++] = before_nfkc(units[unit]);
     }
   }
   raw.releaseBuffer(kept);

@@ -49,8 +49,10 @@ bool is_followed_by_single_letter(const Piece& piece, std::size_t index) {
   if (!is_letter(letter)) {
     return false;
   }
-  const UChar32 next = piece.character_at(behind_letter).first;
-  return !continues_word(next) && next != '\'';
+  const auto [next, behind_next] = piece.character_at(behind_letter);
+  const bool goes_on_behind_apostrophe =
+      next == '\'' && is_letter(piece.character_at(behind_next).first);
+  return !continues_word(next) && !goes_on_behind_apostrophe;
 }
 
 // Reads the word that begins at `index`; returns the index behind it.

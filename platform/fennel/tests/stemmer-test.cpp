@@ -1,0 +1,179 @@
+// Sentences and their stems: the rules of each language, and input that is no text at all.
+//
+// Models are built from these stems: a row that has to change asks for new models.
+#include <gtest/gtest.h>
+
+#include <fennel/stemmer.hpp>
+#include <random>
+#include <thread>
+
+namespace VX::Dialog {
+namespace {
+
+// The stems of one sentence, joined by blanks, which no stem may hold.
+std::string stems_of(Stemmer& stemmer, const std::string& sentence) {
+  std::vector<std::string> stems = {"what", "was", "here", "before"};
+  stemmer.stem_sentence(sentence, stems);
+  std::string joined;
+  for (const std::string& stem : stems) {
+    EXPECT_FALSE(stem.empty());
+    EXPECT_EQ(stem.find_first_of(" \t\r\n\v\f"), std::string::npos) << stem;
+    joined += (joined.empty() ? "" : " ") + stem;
+  }
+  return joined;
+}
+
+struct StemCase {
+  const char* language;
+  std::string sentence;
+  const char* stems;
+};
+
+const StemCase kStemCases[] = {
+    // Words: case, hyphens, underscores, abbreviations, numbers, symbols.
+    {"enu", "The BOOKS were running; state-of-the-art!", "the book were run state of the art"},
+    {"enu", "hello.how are foo_bar a:b", "hello how are foo bar a b"},
+    {"enu", "the U.S.A. and e.g. a.m.", "the usa and eg am"},
+    {"enu", "1,000.50 or 3rd, 10:30; 5'3 2.b", "1,000.50 or 3rd 10 30 5 3 2 b"},
+    {"enu", "yes \U0001F600 \u2713 3\uFE0F\u20E3 + - ...", "yes 3"},
+    // Normalisation: full width, ligature, decomposed accent, soft hyphen, trade mark, superscript.
+    {"enu", "\uFF28\uFF45\uFF59 \uFB01ne cafe\u0301 co\u00ADop velmora\u2122 x\u00B2",
+     "hey fine caf\u00E9 coop velmora x2"},
+    // English contractions, with every apostrophe there is.
+    {"enu", "don't don\u2019t don\u00B4t don`t don\uFF07t dont",
+     "do not do not do not do not do not do not"},
+    {"enu", "can't won't shan't cannot couldn't've",
+     "can not will not shall not can not could not have"},
+    {"enu", "I'm you're we've they'll I'd let's", "i am you are we have they will i would let us"},
+    {"enu", "it's what's John's dogs' 1990's", "it is what is john dog 1990"},
+    {"enu", "o'clock rock'n'roll 'quoted'", "oclock rocknrol quot"},
+    // French elisions, inversions, ligatures.
+    {"frf", "l'homme qu\u2019il aime aujourd'hui", "le homm que il aim aujourdhui"},
+    {"frf", "d'abord j'ai c'est n'est s'est m'a t'es",
+     "de abord je ai ce est ne est se est me a te e"},
+    {"frf", "s'il vous pla\u00EEt jusqu'\u00E0 lorsqu'elle quelqu'un",
+     "si il vous pla\u00EEt jusqu \u00E0 lorsqu elle quelqu un"},
+    {"frf", "Y a-t-il un c\u0153ur ? Donnez-moi 3,14 \u20AC", "y a il un coeur don moi 3,14"},
+    // Scripts without blanks are cut by ICU; a code that nobody knows gets words as they are.
+    {"enu", "\u0E44\u0E17\u0E22\u0E20\u0E32\u0E29\u0E32",
+     "\u0E44\u0E17\u0E22 \u0E20\u0E32\u0E29\u0E32"},
+    {"xyz", "Don't RUN running Stra\u00DFe", "don't run running strasse"},
+    {"", "\u65E5\u672C\u8A9E\u3092\u52C9\u5F37", "\u65E5\u672C\u8A9E \u3092 \u52C9\u5F37"},
+    // Nothing, blanks of all kinds, a NUL, bytes that are no UTF-8.
+    {"enu", "", ""},
+    {"enu", "one\u00A0two\u2028three\u3000four\tfive", "one two three four five"},
+    {"enu", std::string("one\0two", 7), "one two"},
+    {"enu", "one\xFFtwo \xC3 three\xE2\x80", "one two three"},
+};
+
+TEST(Stemmer, FollowsTheRulesOfItsLanguage) {
+  for (const StemCase& c : kStemCases) {
+    Stemmer stemmer(c.language);
+    EXPECT_EQ(stems_of(stemmer, c.sentence), c.stems) << c.language << ": " << c.sentence;
+  }
+}
+
+// Simple text goes around ICU's word breaking; an ideographic full stop at the end, which yields
+// no stem, sends the same text through it.
+TEST(Stemmer, TheShortRoadGivesTheSameStems) {
+  const char* const pieces[] = {"a",      "b",      "S",      "t",      "don", "1",
+                                "23",     ".",      ",",      "'",      "`",   "\u2019",
+                                "-",      "_",      ":",      ";",      " ",   "\u00E9",
+                                "\u00B7", "\u00AD", "\u2014", "/",      "n't", "\u00BD",
+                                "\u2044", "\u00DF", "\u00AA", "\u2027", "\n",  "\u01C3"};
+  std::mt19937 random(1);
+  std::uniform_int_distribution<std::size_t> piece(0, std::size(pieces) - 1);
+  for (const char* language : {"enu", "frf", "xyz"}) {
+    Stemmer stemmer(language);
+    for (int round = 0; round != 20000; ++round) {
+      std::string sentence;
+      for (int count = 0; count != 12; ++count) {
+        sentence += pieces[piece(random)];
+      }
+      ASSERT_EQ(stems_of(stemmer, sentence), stems_of(stemmer, sentence + " \u3002"))
+          << language << ": " << sentence;
+    }
+  }
+}
+
+// Any bytes give stems without white space, of any kind, and leave the stemmer as it was.
+TEST(Stemmer, SurvivesAnyBytes) {
+  const std::string pieces[] = {"a",      std::string(1, '\0'),
+                                "\xC3",   "\xF0\x9F",
+                                "\u0301", "\xED\xA0",
+                                "\u3042", "\u3000",
+                                "\x85",   "\u0085",
+                                "\u2028", "\u0E01",
+                                "\u6F22", "1",
+                                "\uFDFA"};
+  std::mt19937 random(2);
+  std::uniform_int_distribution<std::size_t> piece(0, std::size(pieces) - 1);
+  for (const char* language : {"enu", "frf", "jpj", "xyz"}) {
+    Stemmer stemmer(language);
+    const std::string before = stems_of(stemmer, "the 3 caf\u00E9s");
+    for (int round = 0; round != 2000; ++round) {
+      std::string sentence;
+      for (int count = 0; count != 15; ++count) {
+        sentence += pieces[piece(random)];
+      }
+      const std::string stems = stems_of(stemmer, sentence);
+      for (const char* blank : {"\u3000", "\u0085", "\u2028", "\u00A0", "\uFFFD"}) {
+        ASSERT_EQ(stems.find(blank), std::string::npos) << language << ": " << sentence;
+      }
+      ASSERT_EQ(stems.find('\0'), std::string::npos) << language << ": " << sentence;
+    }
+    EXPECT_EQ(stems_of(stemmer, "the 3 caf\u00E9s"), before) << language;
+  }
+}
+
+std::string repeated(const std::string& text, std::size_t size) {
+  std::string result;
+  while (result.size() < size) {
+    result += text;
+  }
+  return result;
+}
+
+// What takes time of the square somewhere below when nobody takes care: these run for minutes then.
+TEST(Stemmer, LongInputTakesNoTime) {
+  constexpr std::size_t kSize = 200'000;
+  Stemmer english("enu");
+  Stemmer french("frf");
+  Stemmer japanese("jpj");
+  const std::string one_word = repeated("relational", kSize);
+  EXPECT_EQ(stems_of(english, one_word), one_word);
+  EXPECT_EQ(stems_of(english, repeated("\u0316\u0301", kSize)), "");
+  EXPECT_EQ(stems_of(french, repeated("\u00EB", kSize)).size(), kSize);
+  EXPECT_EQ(stems_of(english, "a" + repeated("'m", kSize)).size(), 1 + kSize / 2 * 3);
+  EXPECT_GE(stems_of(japanese, repeated("1", kSize)).size(), kSize);
+}
+
+TEST(Stemmer, TheOutputMayHoldTheSentence) {
+  Stemmer stemmer("enu");
+  std::vector<std::string> stems = {"running dogs with a sentence longer than a short string"};
+  stemmer.stem_sentence(stems[0], stems);
+  EXPECT_EQ(stems.front(), "run");
+  EXPECT_EQ(stems.back(), "string");
+  EXPECT_EQ(stems.size(), 10U);
+}
+
+TEST(Stemmer, DifferentObjectsWorkAtTheSameTime) {
+  std::vector<std::thread> threads;
+  for (const char* language : {"enu", "frf", "jpj", "jpj"}) {
+    threads.emplace_back([language] {
+      const std::string sentence = "l'eau don't \u98DF\u3079\u305F";
+      Stemmer first(language);
+      const std::string expected = stems_of(first, sentence);
+      for (int round = 0; round != 200; ++round) {
+        Stemmer stemmer(language);
+        ASSERT_EQ(stems_of(stemmer, sentence), expected);
+      }
+    });
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+}
+
+}  // namespace
+}  // namespace VX::Dialog
