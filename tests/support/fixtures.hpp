@@ -89,6 +89,15 @@ inline void write_model(const TemporaryFolder& folder, const std::string& root =
   folder.write(root + "/model/model.conf", "4 2\n1 0 \n0 1 \n1 1 \n-1 0.5 \n");
 }
 
+/// Writes the model and selects it in an engine.
+template <typename Engine>
+void give_model(Engine& engine, const TemporaryFolder& folder) {
+  write_model(folder);
+  std::string base = folder.path();
+  std::string language = kLanguage;
+  engine.xSetModel(base, language);
+}
+
 /// Where a root for write_model is found as installed data, when XDG_DATA_HOME is <folder>/data.
 inline const std::string kInstalledRoot = "data/dialog/velmora/data/" + kLanguage;
 

@@ -1,0 +1,203 @@
+// The engine's short road held against the exported chain of functions: the same bits, the same
+// rows and the same log lines, over random models, rules and sentences, damaged ones included.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <velmora/frequencies.hpp>
+#include <velmora/inference.hpp>
+#include <velmora/preprocess.hpp>
+#include <velmora/query-weighting.hpp>
+#include <velmora/ranking.hpp>
+
+#include "engine/velmora-private.hpp"
+#include "support/fixtures.hpp"
+
+namespace VX::Dialog {
+namespace {
+
+using Matches = std::vector<std::pair<double, std::vector<int>>>;
+using Rules = std::map<int, std::vector<std::string>>;
+using Vectors = std::vector<std::vector<double>>;
+
+class RandomInput {
+ public:
+  explicit RandomInput(unsigned seed) : random_(seed) {}
+
+  int below(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
+  bool once_in(int times) { return below(times) == 0; }
+  double one_of(std::initializer_list<double> values) {
+    return values.begin()[below(static_cast<int>(values.size()))];
+  }
+
+  std::string sentence(int words) {
+    std::string text;
+    for (int count = below(5); count > 0; --count) {
+      text += word(below(words + 2)) + " ";  // two words are in no dictionary
+    }
+    return text;
+  }
+
+  static std::string word(int number) {
+    return std::string(2 + static_cast<std::size_t>(number / 26),
+                       static_cast<char>('a' + number % 26));
+  }
+
+  // A repeated word leaves ids at and beyond the size of the vocabulary.
+  void fill(EngineState& engine, int words) {
+    const bool repeats = once_in(4);
+    for (int line = 0; line != words; ++line) {
+      engine.fVocab[word(repeats ? below(line + 1) : line)] = line;
+      if (!once_in(4)) {
+        engine.fIdf[line] = one_of({0.0, 1.0, 1.5, 1.5, 3.7, -0.5});
+      }
+    }
+    wordsense_model& model = engine.fModel;
+    model.dim = 1 + below(40);
+    model.lambda = one_of({0.0, 0.5, 20.0});
+    model.missing_weight = one_of({0.01, 0.5, 1.0});
+    const double scale = one_of({1.0, 0.1, 0.1, 1e160});  // the last one overflows
+    model.word_factors =
+        Eigen::MatrixXd::NullaryExpr(model.dim, words, [&] { return scale * (below(13) - 6); });
+    engine.fModelGram =
+        model.missing_weight * (model.word_factors * model.word_factors.transpose());
+    switch (below(12)) {
+      case 0:
+        model.word_factors.conservativeResize(model.dim + 1, words);
+        break;
+      case 1:
+        model.word_factors.conservativeResize(model.dim, words / 2);
+        break;
+      case 2:
+        engine.fModelGram.conservativeResize(model.dim, model.dim - 1);
+        break;
+      case 3:
+        model.dim = -1;
+        break;
+      default:
+        break;
+    }
+  }
+
+  Rules rules(int words) {
+    Rules rules;
+    int rule_id = -2;
+    for (int count = below(40); count > 0; --count) {
+      std::vector<std::string> sentences = {sentence(words), sentence(words)};
+      if (!rules.empty() && once_in(5)) {
+        sentences = rules.rbegin()->second;
+      }
+      rules[rule_id] = sentences;
+      rule_id += 1 + below(3);
+    }
+    return rules;
+  }
+
+ private:
+  std::mt19937 random_;
+};
+
+Vectors chain_vectors(const Rules& sentences, EngineState& engine) {
+  std::map<int, std::vector<int>> word_ids;
+  word_indices(sentences, engine.fVocab, word_ids);
+  std::map<int, std::map<int, double>> weights;
+  tfidf(word_ids, engine.fIdf, weights);
+  Eigen::SparseMatrix<double> terms(static_cast<Eigen::Index>(engine.fVocab.size()),
+                                    static_cast<Eigen::Index>(sentences.size()));
+  read_smat_data_OPTIM(weights, terms);
+  wordsense_corpus corpus;
+  EXPECT_TRUE(initialize_wordsense_corpus(corpus, terms));
+  Eigen::MatrixXd latent;
+  wordsense_inference(corpus, engine.fModel, latent, engine.fModelGram);
+  delete_wordsense_corpus(corpus);
+  Vectors vectors;
+  mat2vec(latent, vectors);
+  return vectors;
+}
+
+// What a match appends, from the whole ranking of get_max.
+Matches chain_matches(const std::string& sentence, EngineState& engine, std::map<int, int>& rows) {
+  std::vector<std::string> words;
+  engine.fStemmer->stem_sentence(sentence, words);
+  const std::set<std::string> unique(words.begin(), words.end());
+  const Vectors queries = chain_vectors({{0, {unique.begin(), unique.end()}}}, engine);
+  std::map<double, std::vector<int>> ranked;
+  get_max(engine.fRuleVectors, queries.front(), ranked, engine.fActive_rules, rows);
+  Matches matches(ranked.rbegin(), ranked.rend());
+  matches.resize(std::min(matches.size(), static_cast<std::size_t>(engine.fMaxResults) + 1));
+  return matches;
+}
+
+std::vector<std::uint64_t> bits(const std::vector<double>& values) {
+  std::vector<std::uint64_t> bits;
+  for (const double value : values) {
+    bits.push_back(std::bit_cast<std::uint64_t>(value));
+  }
+  return bits;
+}
+
+TEST(Chain, GivesWhatTheEngineGives) {
+  const test::TemporaryFolder folder;
+  int many_groups = 0, no_numbers = 0, outside = 0;
+  for (unsigned seed = 0; seed != 400; ++seed) {
+    SCOPED_TRACE(seed);
+    RandomInput random(seed);
+    VelmoraPrivate engine;
+    engine.fLanguage = test::kLanguage;
+    engine.fModelDir = folder.path() + "/";
+    engine.fMaxResults = random.once_in(2) ? 20 : random.below(4);
+    const int words = 1 + random.below(30);
+    random.fill(engine, words);
+
+    test::LogCapture log;
+    Rules rules = random.rules(words);
+    ASSERT_TRUE(engine.xLoadDialogVectors(rules));
+    const auto engine_lines = log.lines();
+    log.records.clear();
+    std::map<int, int> rows;
+    Rules unique;
+    preprocess(getRulesFrequencies(rules), rules, 0, rows, unique);
+    const Vectors vectors = chain_vectors(unique, engine);
+    EXPECT_EQ(engine_lines, log.lines());
+    EXPECT_EQ(engine.fRuleRows, rows);
+    ASSERT_EQ(engine.fRuleVectors.size(), vectors.size());
+    for (std::size_t row = 0; row != vectors.size(); ++row) {
+      EXPECT_EQ(bits(engine.fRuleVectors[row]), bits(vectors[row]));
+    }
+
+    engine.xActiveAllRules();
+    engine.fActive_rules.insert({-9, random.below(100), 900});  // most without a row
+    if (random.once_in(8)) {
+      engine.fRuleRows[random.below(20)] = random.once_in(2) ? -1 : 77;
+    }
+    for (int query = 0; query != 3; ++query) {
+      const std::string sentence = random.sentence(words);
+      rows = engine.fRuleRows;
+      Matches matches, expected;
+      try {
+        expected = chain_matches(sentence, engine, rows);
+        EXPECT_EQ(engine.xMatchInput(sentence, matches), 1);
+      } catch (const std::out_of_range&) {
+        ++outside;
+        EXPECT_THROW(engine.xMatchInput(sentence, matches), std::out_of_range);
+      }
+      EXPECT_EQ(engine.fRuleRows, rows);
+      ASSERT_EQ(matches.size(), expected.size());
+      for (std::size_t i = 0; i != matches.size(); ++i) {
+        EXPECT_EQ(bits({matches[i].first}), bits({expected[i].first}));
+        EXPECT_EQ(matches[i].second, expected[i].second);
+        no_numbers += std::isnan(matches[i].first);
+      }
+      many_groups += matches.size() == 21;
+    }
+  }
+  // The rare cases did come.
+  EXPECT_GT(many_groups, 10);
+  EXPECT_GT(no_numbers, 10);
+  EXPECT_GT(outside, 10);
+}
+
+}  // namespace
+}  // namespace VX::Dialog

@@ -1,0 +1,185 @@
+// Compilation, activation, matching and word distances, on the small model.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "engine/velmora-private.hpp"
+#include "support/fixtures.hpp"
+
+namespace VX::Dialog {
+namespace {
+
+using test::LogCapture;
+using test::TemporaryFolder;
+using Ids = std::set<int>;
+using Lines = std::vector<std::string>;
+using Matches = std::vector<std::pair<double, std::vector<int>>>;
+using Rules = std::map<int, std::vector<std::string>>;
+
+class Engine : public testing::Test {
+ protected:
+  Engine() { test::give_model(engine, folder); }
+  Matches match(const std::string& sentence) {
+    Matches matches;
+    EXPECT_EQ(engine.xMatchInput(sentence, matches), 1);
+    return matches;
+  }
+
+  TemporaryFolder folder;
+  LogCapture log;
+  VelmoraPrivate engine;
+  Rules rules = {
+      {3, {"go up", "up go"}}, {5, {"walk"}}, {7, {"up, go lamp"}}, {9, {"lamp"}}, {11, {"go"}}};
+};
+
+TEST_F(Engine, CompilesEachStemSetOnce) {
+  EXPECT_TRUE(engine.xLoadDialogVectors(rules));
+  const Rules stems = {{3, {"go", "up"}}, {5, {"walk"}}, {7, {"go", "up"}}, {9, {}}, {11, {"go"}}};
+  EXPECT_EQ(rules, stems);
+  EXPECT_EQ(engine.fRuleWords, stems);
+  EXPECT_EQ(engine.fRuleRows, (std::map<int, int>{{3, 0}, {5, 1}, {7, 0}, {11, 2}}));
+  EXPECT_EQ(engine.fRuleFreqs, (std::map<std::string, int>{{"go", 3}, {"up", 2}, {"walk", 1}}));
+  EXPECT_EQ(engine.getActive_rules(), Ids());
+  // Worked by hand from the table of the model; walk has no idf and weighs 1.
+  EXPECT_EQ(folder.read("tst/model/newindex"),
+            "0\n3 7\ngo up\n0.849462 -0.0645161\n1\n5\nwalk\n-0.4 0.285714\n"
+            "2\n11\ngo\n0.8125 -0.125\n");
+  EXPECT_EQ(log.lines("LibVelmora.Query"), Lines{"4 LibVelmora.Query tfidf: 3 does not exist"});
+
+  // A second compilation appends, numbers from 0 again, and keeps the rows of ids that are gone;
+  // 5 is now the lowest of its row and has no words to write.
+  Rules more = {{3, {"stop"}}, {12, {"walk"}}};
+  EXPECT_THROW(engine.xLoadDialogVectors(more), std::out_of_range);
+  EXPECT_EQ(engine.fRuleWords, more);
+  EXPECT_EQ(engine.fRuleVectors.size(), 5U);
+  EXPECT_EQ(engine.fRuleRows, (std::map<int, int>{{3, 0}, {5, 1}, {7, 0}, {11, 2}, {12, 1}}));
+}
+
+TEST_F(Engine, CompilesNothingWithoutAModel) {
+  std::filesystem::current_path(folder.path());
+  VelmoraPrivate fresh;
+  EXPECT_TRUE(fresh.xLoadDialogVectors(rules));
+  EXPECT_EQ(fresh.fRuleWords.size(), 5U);
+  EXPECT_TRUE(fresh.fRuleVectors.empty());
+  EXPECT_TRUE(std::filesystem::exists(folder.path("newindex")));
+  std::filesystem::current_path("/");
+}
+
+TEST_F(Engine, RanksActiveRulesByCosine) {
+  engine.xLoadDialogVectors(rules);
+  engine.xActiveAllRules();
+  Ids unknown = {20};
+  engine.xUpdateActiveRules(unknown);
+  // Ids without a row are scored as row 0, and have it from then on.
+  Matches matches = match("Go! go lamp");
+  ASSERT_EQ(matches.size(), 3U);
+  EXPECT_NEAR(matches[0].first, 1.0, 1e-12);
+  EXPECT_NEAR(matches[1].first, 0.997049, 1e-6);
+  EXPECT_NEAR(matches[2].first, -0.892653, 1e-6);
+  EXPECT_EQ(matches[0].second, std::vector<int>{11});
+  EXPECT_EQ(matches[1].second, (std::vector<int>{3, 7, 9, 20}));
+  EXPECT_EQ(matches[2].second, std::vector<int>{5});
+  EXPECT_EQ(engine.fRuleRows.at(9), 0);
+  EXPECT_EQ(engine.fRuleRows.at(20), 0);
+
+  const Matches all_equal = {{0.0, {3, 5, 7, 9, 11, 20}}};
+  EXPECT_EQ(match("lamp"), all_equal);
+  EXPECT_EQ(match(""), all_equal);
+
+  Ids off = {3, 7, 9, 20, 99};
+  engine.xUpdateDeactiveRules(off);
+  EXPECT_EQ(engine.getActive_rules(), (Ids{5, 11}));
+  Ids on = {5};
+  engine.xUpdateActiveRules(on);  // adds, narrows nothing
+  EXPECT_EQ(engine.xMatchInput("go", matches), 1);
+  EXPECT_EQ(matches.size(), 5U);  // appended
+
+  engine.fRuleRows[11] = 3;
+  EXPECT_THROW(engine.xMatchInput("go", matches), std::out_of_range);
+  EXPECT_EQ(matches.size(), 5U);
+}
+
+struct RefusalCase {
+  const char* what;
+  void (*prepare)(VelmoraPrivate&);
+  const char* sizes;
+};
+
+const RefusalCase kRefusals[] = {
+    {"no vocabulary", [](VelmoraPrivate& e) { e.fVocab.clear(); }, "0fModel.dim 2f_ 5"},
+    {"no latent model", [](VelmoraPrivate& e) { e.fModel.dim = 0; }, "4fModel.dim 0f_ 5"},
+    {"no active rule", [](VelmoraPrivate& e) { e.fActive_rules = {}; }, "4fModel.dim 2f_ 0"},
+    {"no stemmer yet", [](VelmoraPrivate& e) { e.fStemmer.reset(); }, "4fModel.dim 2f_ 5"},
+};
+
+TEST_F(Engine, RefusesWhatItCannotMatch) {
+  for (const RefusalCase& c : kRefusals) {
+    SCOPED_TRACE(c.what);
+    Rules sentences = rules;
+    VelmoraPrivate refusing;
+    test::give_model(refusing, folder);
+    refusing.xActiveAllRules();
+    EXPECT_EQ(refusing.getActive_rules(), Ids());
+    refusing.xLoadDialogVectors(sentences);
+    refusing.xActiveAllRules();
+    c.prepare(refusing);
+    log.records.clear();
+    Matches matches = {{0.5, {1}}};
+    EXPECT_EQ(refusing.xMatchInput("go", matches), -1);
+    EXPECT_EQ(matches, (Matches{{0.5, {1}}}));
+    std::string sizes = c.sizes;
+    sizes.replace(sizes.find("f_"), 2, "fActive_rules.size()");
+    EXPECT_EQ(log.lines(), Lines{"2 LibVelmora.Command xMatchInput: fVocab.size() " + sizes});
+  }
+}
+
+TEST_F(Engine, MeasuresWordLists) {
+  struct {
+    std::vector<std::string> first, second;
+    double similarity;
+  } const cases[] = {
+      {{"go", "lamp"}, {"go"}, 1.0},
+      {{"go", "go", "stop"}, {"stop"}, 0.0554701},  // the repeat doubles a weight
+      {{"lamp"}, {"go"}, 0.0},
+      {{"Go", "go "}, {"go"}, 0.0},  // taken as they come
+      {{}, {}, 0.0},
+  };
+  for (const auto& c : cases) {
+    EXPECT_NEAR(engine.xSimpleDist(c.first, c.second), c.similarity, 1e-6);
+  }
+}
+
+TEST_F(Engine, TellsSpecificities) {
+  using Specific = std::map<double, std::string>;
+  EXPECT_EQ(engine.xSpecificities("go up"), (Specific{{1.0, "go up"}}));  // no stemmer yet
+  engine.xLoadDialogVectors(rules);
+  log.records.clear();
+  EXPECT_EQ(engine.xSpecificities("go lamp walk up"), (Specific{{0.5, "up"}, {2.0, "go"}}));
+  EXPECT_EQ(log.lines(),
+            Lines{"4 LibVelmora.Command xSpecificities: Specificities, word not found: lamp"});
+  EXPECT_EQ(engine.xSpecificities("Walk!"), (Specific{{1.0, "Walk!"}}));
+  engine.fIdf[1] = 2.0;
+  EXPECT_EQ(engine.xSpecificities("stop go"), (Specific{{2.0, "go"}}));
+}
+
+TEST_F(Engine, PrintsWordDistancesByWordId) {
+  // Filled by position (a, b, c), printed by id (1, 2, 3): a and b are alike, yet the line "b"
+  // below "a" holds the cosine of b and c. Word id 3 has no row and no position.
+  engine.fVocab = {{"a", 1}, {"b", 2}, {"c", 3}};
+  engine.fModel.word_factors = Eigen::MatrixXd::Identity(2, 4);
+  engine.fModel.word_factors.col(2) = engine.fModel.word_factors.col(1);
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(engine.loadWordDists(), 1);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "nb_queries 3\nfVocab.size() 3\n"
+            "\na\n\n    a 1\n    b 0\n    c 0\n"
+            "\nb\n\n    a 0\n    b 0\n    c 0\n"
+            "\nc\n\n    a 0\n    b 0\n    c 0\n");
+  EXPECT_EQ(engine.fWordDists.size(), 4U);
+  EXPECT_NEAR(engine.fWordDists[0][1], 1.0, 1e-12);
+  EXPECT_EQ(engine.fWordDists[0].size(), 3U);
+  EXPECT_EQ(engine.fWordDists[3].size(), 3U);  // entered by the printing
+}
+
+}  // namespace
+}  // namespace VX::Dialog
