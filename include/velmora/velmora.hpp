@@ -68,7 +68,8 @@ class VELMORA_EXPORT Velmora {
   ///
   /// Activates nothing: follow with activeAllRules or updateActiveRules. Meant for a fresh object:
   /// a second call appends its vectors behind those of the first while its rows start at 0 again.
-  /// True unless the vectors could not be computed.
+  /// True unless the vectors could not be computed. Throws std::out_of_range while saving, as
+  /// loadDialogVectorsFromFile does.
   bool loadDialogVectors(std::string& ignored, std::map<int, std::vector<std::string>> rules);
 
   /// Warm start: takes the vectors of rules with known stem sets from a snapshot.
