@@ -54,6 +54,15 @@ void normalize_ascii(std::string_view sentence, icu::UnicodeString& text) {
   text.releaseBuffer(length);
 }
 
+// Null when ICU has no data for it. Owned by ICU; looked up once.
+const icu::Normalizer2* nfkc_casefold() {
+  static const icu::Normalizer2* const normalizer = [] {
+    UErrorCode status = U_ZERO_ERROR;
+    return icu::Normalizer2::getNFKCCasefoldInstance(status);
+  }();
+  return normalizer;
+}
+
 // What NFKC would take for something else: it turns the acute accent that some type for an
 // apostrophe into a blank and a mark, and the trade mark signs into letters of the word before.
 char16_t before_nfkc(char16_t unit) {
@@ -134,12 +143,10 @@ void normalize(std::string_view sentence, icu::UnicodeString& scratch, Normalize
       icu::StringPiece(sentence.data(), static_cast<std::int32_t>(sentence.size())));
   prepare(scratch);
   UErrorCode status = U_ZERO_ERROR;
-  const icu::Normalizer2* normalizer = icu::Normalizer2::getNFKCCasefoldInstance(status);
-  if (U_SUCCESS(status)) {
+  if (const icu::Normalizer2* normalizer = nfkc_casefold()) {
     normalizer->normalize(scratch, result.text, status);
-  }
-  if (U_FAILURE(status)) {
-    result.text = scratch.toLower();  // no normalisation data: as near as it gets
+  } else {
+    result.text = scratch.toLower();  // ICU without its data: as near as it gets
   }
   result.is_simple = unify_apostrophes(result.text);
 }
