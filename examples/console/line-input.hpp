@@ -1,0 +1,10 @@
+// Sentences from standard input, with a prompt and line editing when it is a terminal.
+#pragma once
+
+#include <string>
+
+/// Whether somebody types at the other end.
+bool input_is_terminal();
+
+/// Reads the next line, without its end. False at the end of the input.
+bool read_sentence(std::string& sentence);

@@ -1,0 +1,130 @@
+// Reads text tables; see table-file.hpp.
+#include "table-file.hpp"
+
+#include <charconv>
+#include <fstream>
+#include <iostream>
+#include <optional>
+
+namespace {
+
+constexpr const char* kBlanks = " \t\r\n\v\f";
+constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
+
+std::string trimmed(const std::string& text) {
+  const std::size_t begin = text.find_first_not_of(kBlanks);
+  if (begin == std::string::npos) {
+    return {};
+  }
+  return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
+}
+
+std::vector<std::string> split(const std::string& line, std::size_t field_count) {
+  std::vector<std::string> fields;
+  std::size_t begin = 0;
+  while (fields.size() + 1 < field_count) {
+    const std::size_t tab = line.find('\t', begin);
+    if (tab == std::string::npos) {
+      break;
+    }
+    fields.push_back(trimmed(line.substr(begin, tab - begin)));
+    begin = tab + 1;
+  }
+  fields.push_back(trimmed(line.substr(begin)));
+  return fields;
+}
+
+/// What is wrong with the fields of a line; empty when nothing is.
+std::string fault(const std::vector<std::string>& fields, const std::vector<std::string>& columns) {
+  if (fields.size() < columns.size()) {
+    return "no tab between " + columns[fields.size() - 1] + " and " + columns[fields.size()];
+  }
+  for (std::size_t column = 0; column != columns.size(); ++column) {
+    if (fields[column].empty()) {
+      return "empty " + columns[column];
+    }
+  }
+  return {};
+}
+
+std::optional<int> to_int(const std::string& text) {
+  int number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end) {
+    return std::nullopt;
+  }
+  return number;
+}
+
+}  // namespace
+
+std::string complaint(const std::string& path, int line_number, const std::string& message) {
+  return path + ":" + std::to_string(line_number) + ": " + message;
+}
+
+Table read_table(const std::string& path, const std::vector<std::string>& columns) {
+  Table table;
+  std::ifstream in(path);
+  if (!in) {
+    table.errors.push_back(path + ": cannot open the file");
+    return table;
+  }
+  std::string line;
+  for (int number = 1; std::getline(in, line); ++number) {
+    if (number == 1 && line.rfind(kByteOrderMark, 0) == 0) {
+      line.erase(0, 3);
+    }
+    const std::string content = trimmed(line);
+    if (content.empty() || content.front() == '#') {
+      continue;
+    }
+    TableLine record{number, split(line, columns.size())};
+    const std::string what = fault(record.fields, columns);
+    if (what.empty()) {
+      table.lines.push_back(std::move(record));
+    } else {
+      table.errors.push_back(complaint(path, number, what));
+    }
+  }
+  if (table.lines.empty() && table.errors.empty()) {
+    table.errors.push_back(path + ": nothing in the file");
+  }
+  return table;
+}
+
+void print_complaints(const std::vector<std::string>& errors) {
+  constexpr std::size_t kShown = 10;
+  for (std::size_t shown = 0; shown != errors.size(); ++shown) {
+    if (shown == kShown) {
+      std::cerr << "... and " << errors.size() - kShown << " more\n";
+      return;
+    }
+    std::cerr << errors[shown] << "\n";
+  }
+}
+
+bool read_named_sentences(const std::string& path, const std::string& name_column,
+                          std::map<std::string, std::vector<std::string>>& sentences) {
+  const Table table = read_table(path, {name_column, "sentence"});
+  for (const TableLine& line : table.lines) {
+    sentences[line.fields[0]].push_back(line.fields[1]);
+  }
+  print_complaints(table.errors);
+  return table.errors.empty();
+}
+
+bool read_numbered_sentences(const std::string& path,
+                             std::map<int, std::vector<std::string>>& sentences) {
+  Table table = read_table(path, {"rule id", "sentence"});
+  for (const TableLine& line : table.lines) {
+    if (const std::optional<int> rule_id = to_int(line.fields[0])) {
+      sentences[*rule_id].push_back(line.fields[1]);
+    } else {
+      table.errors.push_back(
+          complaint(path, line.number, "rule id '" + line.fields[0] + "' is no whole number"));
+    }
+  }
+  print_complaints(table.errors);
+  return table.errors.empty();
+}

@@ -1,0 +1,24 @@
+// The command line of velmora-evaluate. Tested by tests/evaluate-test.cpp.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+struct EvaluateOptions {
+  std::string language;
+  /// Base directory of models; empty for the installed ones.
+  std::string model;
+  /// Training and test file; empty when intents are not asked for.
+  std::vector<std::string> intents;
+  /// Training sentences a rule; 0 joins all of a label.
+  int sentences_per_rule = 0;
+  std::string out_of_scope;
+  std::string pairs;
+  bool baseline = false;
+  bool json = false;
+};
+
+/// Fills the options. A value means that the program is to end with it as its exit status: help or
+/// version was asked for (0), or the usage is wrong (2, told on standard error).
+std::optional<int> read_options(int argc, char** argv, EvaluateOptions& options);
