@@ -1,0 +1,137 @@
+// Snapshot files: the bytes written, the records read back, and what damage does to them.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <iterator>
+#include <set>
+#include <sstream>
+#include <velmora/snapshot.hpp>
+
+#include "snapshot/snapshot-reader.hpp"
+#include "support/fixtures.hpp"
+
+namespace VX::Dialog {
+namespace {
+
+using test::TemporaryFolder;
+using Rules = std::map<int, std::vector<std::string>>;
+using Snapshot = std::map<std::vector<std::string>, std::vector<double>>;
+using Vectors = std::vector<std::vector<double>>;
+
+struct WriterCase {
+  const char* what;
+  Vectors vectors;
+  Rules words;
+  std::map<int, int> rows;
+  const char* text;
+};
+
+const WriterCase kWriterCases[] = {
+    {"six digits in general notation",
+     {{0.123456789, 0.00001, 1000000, -0.0}},
+     {{1, {"go"}}},
+     {{1, 0}},
+     "0\n1\ngo\n0.123457 1e-05 1e+06 -0\n"},
+    {"no numbers", {{NAN, INFINITY, -INFINITY}}, {{1, {}}}, {{1, 0}}, "0\n1\n\nnan inf -inf\n"},
+    {"by row; the first rule tells the stems",
+     {{1}, {2}, {3}},
+     {{2, {"go", "up"}}, {3, {"in"}}, {5, {"off"}}},
+     {{2, 2}, {3, 0}, {5, 2}},
+     "0\n3\nin\n1\n2\n2 5\ngo up\n3\n"},
+    {"rows beyond the table", {{1}}, {{1, {"go"}}}, {{1, 7}, {2, 7}}, "7\n1 2\ngo\n\n"},
+    {"an empty table truncates", {{1}}, {{1, {"go"}}}, {}, ""},
+};
+
+TEST(WriteLs, WritesARecordForEachRow) {
+  for (const WriterCase& c : kWriterCases) {
+    SCOPED_TRACE(c.what);
+    const TemporaryFolder folder;
+    write_ls(c.vectors, c.words, c.rows, folder.write("index", "what was there"));
+    EXPECT_EQ(folder.read("index"), c.text);
+    write_ls(c.vectors, c.words, c.rows, folder.path("no/such/folder"));  // not reported
+  }
+}
+
+TEST(WriteLs, StopsAtARuleWithoutWords) {
+  const TemporaryFolder folder;
+  try {
+    write_ls({{1}, {2}}, {{1, {"go"}}, {5, {"up"}}}, {{1, 0}, {4, 1}, {5, 1}},
+             folder.path("index"));
+    FAIL() << "wrote it all";
+  } catch (const std::out_of_range& e) {
+    EXPECT_STREQ(e.what(), "map::at:  key not found");
+  }
+  EXPECT_EQ(folder.read("index"), "0\n1\ngo\n1\n1\n4 5\n");
+}
+
+// The reading loop of the format, line by line through streams.
+Snapshot slow_read(const std::string& text) {
+  Snapshot records;
+  std::istringstream in(text);
+  int row = 0;
+  for (std::string first; std::getline(in, first) && (std::istringstream(first) >> row);) {
+    std::string ids, stems, values;
+    std::getline(in, ids);
+    std::getline(in, stems);
+    std::getline(in, values);
+    std::istringstream words(stems), numbers(values);
+    const std::set<std::string> key{std::istream_iterator<std::string>(words), {}};
+    records[{key.begin(), key.end()}] = {std::istream_iterator<double>(numbers), {}};
+  }
+  return records;
+}
+
+TEST(ReadSnapshot, ReadsDamagedFilesToTheFirstBrokenRecord) {
+  const std::vector<std::string> whole = {"0",  "3 7", "walk go", "0.123457 -0.5 1e-05 1",
+                                          "10", "12",  "up",      "2 3 4 5"};
+  const TemporaryFolder folder;
+  const auto join = [](const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+      text += line + "\n";
+    }
+    return text;
+  };
+  std::vector<std::string> texts;
+  for (std::size_t length = 0; length <= join(whole).size(); ++length) {
+    texts.push_back(join(whole).substr(0, length));
+  }
+  for (std::size_t first = 0; first != whole.size(); ++first) {
+    for (std::size_t second = 0; second != first; ++second) {
+      std::vector<std::string> lines = whole;
+      std::swap(lines[first], lines[second]);
+      texts.push_back(join(lines));
+    }
+    for (const char* line : {"", "\t ", "up", "up go up", "4x 5", " +7 .5", "99999999999 1",
+                             "1 nan 2", "1 -inf", "1 1e999 2", "1e-400", "0x10", "1\r", "1,5 2"}) {
+      std::vector<std::string> lines = whole;
+      lines[first] = line;
+      texts.push_back(join(lines));
+    }
+  }
+  for (const std::string& text : texts) {
+    EXPECT_EQ(detail::read_snapshot(folder.write("index", text)), slow_read(text)) << text;
+  }
+
+  // What the loop comes to: a file cut within a record still gives an entry for it.
+  const auto read = [&](const std::string& text) {
+    return detail::read_snapshot(folder.write("index", text));
+  };
+  EXPECT_EQ(read("0\n1\nup go go\n1 2\n1\n2\ngo up\n3\n"), (Snapshot{{{"go", "up"}, {3}}}));
+  EXPECT_EQ(read("0\n1\ngo"), (Snapshot{{{"go"}, {}}}));
+  EXPECT_EQ(read("0"), (Snapshot{{{}, {}}}));
+  EXPECT_EQ(read("0\n1\ngo\n1 nan 2\n\n1\nup\n2\n"), (Snapshot{{{"go"}, {1}}}));
+  EXPECT_EQ(detail::read_snapshot(folder.path("none")), Snapshot());
+  EXPECT_EQ(detail::read_snapshot(folder.path()), Snapshot());
+}
+
+TEST(LoadPrecompiledLs, ReadsAVectorALineBelowTheFirst) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(load_precompiled_ls(folder.write("ls", "9 9\n1 -2e3\n\nup\n4 x 5\n6")),
+            (Vectors{{1, -2000}, {}, {}, {4}, {6}}));
+  EXPECT_EQ(load_precompiled_ls(folder.write("ls", "1 2 3\n")), Vectors());
+  EXPECT_EQ(load_precompiled_ls(folder.path("none")), Vectors());
+}
+
+}  // namespace
+}  // namespace VX::Dialog
