@@ -1,5 +1,5 @@
 // Compilation of rules into latent vectors. Not installed. Tested by
-// tests/engine/rule-compilation-test.cpp.
+// tests/engine/matching-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,5 +1,5 @@
 // Measures on words: similarity of two lists, specificity, and the table of all pairs. Not
-// installed. Tested by tests/engine/word-distance-test.cpp.
+// installed. Tested by tests/engine/matching-test.cpp.
 #pragma once
 
 #include <map>

@@ -57,16 +57,18 @@ Eigen::VectorXd fold_in_terms(const std::vector<Term>& terms, const wordsense_mo
     B.row(k) = (term.presence - model.missing_weight) * U.col(k).transpose();
     v(k) = term.value;
   }
-  const Eigen::MatrixXd G = U * B;
-  // (word_gram + G) + lambda * I; off the diagonal lambda * 0 is added, which settles signs of
+  Eigen::MatrixXd T = U * B;
+  // (word_gram + U B) + lambda * I; off the diagonal lambda * 0 is added, which settles signs of
   // zero.
-  Eigen::MatrixXd T = (word_gram + G).array() + model.lambda * 0.0;
-  for (Eigen::Index d = 0; d != T.rows(); ++d) {
-    T(d, d) = (word_gram(d, d) + G(d, d)) + model.lambda;
-  }
+  const Eigen::VectorXd diagonal = (word_gram.diagonal() + T.diagonal()).array() + model.lambda;
+  T = (word_gram + T).array() + model.lambda * 0.0;
+  T.diagonal() = diagonal;
   // The explicit inverse and this association are the published ones: solving the system would be
-  // cheaper and would round otherwise.
-  const Eigen::MatrixXd Y = T.inverse() * U;
+  // cheaper and would round otherwise. T is factored in place, which is all that differs from
+  // T.inverse().
+  const Eigen::PartialPivLU<Eigen::Ref<Eigen::MatrixXd>> factored(T);
+  const Eigen::MatrixXd inverse = factored.inverse();
+  const Eigen::MatrixXd Y = inverse * U;
   return Y * v;
 }
 

@@ -1,4 +1,4 @@
-// Sentences to one latent vector. Tested by tests/latent/updater-test.cpp.
+// Sentences to one latent vector. Tested by tests/latent/inference-test.cpp.
 #include <velmora/updater.hpp>
 
 #include <iterator>

@@ -1,4 +1,4 @@
-// The corpus record. Tested by tests/latent/wordsense-corpus-test.cpp.
+// The corpus record. Tested by tests/latent/matrix-files-test.cpp.
 //
 // Only the exported chain goes through it; the engine's own road (fold-in.hpp) builds no dense
 // column and no transpose.

@@ -1,4 +1,4 @@
-// The model record and its scalar file. Tested by tests/latent/wordsense-model-test.cpp.
+// The model record and its scalar file. Tested by tests/latent/matrix-files-test.cpp.
 #include <velmora/wordsense-model.hpp>
 
 #include <fstream>

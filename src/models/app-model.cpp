@@ -1,5 +1,5 @@
 // The matcher over applications: numbers them for its engine and turns the numbers back into names.
-// Tested by tests/models/app-model-test.cpp.
+// Tested by tests/models/models-test.cpp.
 #include <velmora/app-model.hpp>
 
 #include "../support/checked-lookup.hpp"

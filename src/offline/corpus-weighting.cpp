@@ -1,5 +1,5 @@
 // Word-id lines to weighted rows to a sparse matrix file. Tested by
-// tests/offline/offline-chain-test.cpp.
+// tests/offline/offline-test.cpp.
 #include <fstream>
 #include <velmora/dictionary.hpp>
 #include <velmora/offline.hpp>

@@ -1,7 +1,7 @@
 // The cosine without the copies that its published signature asks for.
 //
 // Used wherever the library compares two vectors one at a time; many rows against one query go
-// through src/snapshot/scoring.hpp. Not installed. Tested by tests/offline/similarity-test.cpp.
+// through src/snapshot/scoring.hpp. Not installed. Tested by tests/offline/offline-test.cpp.
 #pragma once
 
 #include <vector>

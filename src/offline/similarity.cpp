@@ -1,4 +1,4 @@
-// The cosine, and the comparison of vectors in a file. Tested by tests/offline/similarity-test.cpp.
+// The cosine, and the comparison of vectors in a file. Tested by tests/offline/offline-test.cpp.
 #include <cmath>
 #include <fstream>
 #include <iostream>

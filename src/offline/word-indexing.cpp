@@ -1,4 +1,4 @@
-// A text corpus as word ids, and its normal form. Tested by tests/offline/offline-chain-test.cpp.
+// A text corpus as word ids, and its normal form. Tested by tests/offline/offline-test.cpp.
 #include <fstream>
 #include <velmora/dictionary.hpp>
 #include <velmora/offline.hpp>

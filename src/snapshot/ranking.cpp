@@ -13,7 +13,7 @@ void get_max(const std::vector<std::vector<double>>& vectors, const std::vector<
              std::map<double, std::vector<int>>& ranked, std::set<int>& active,
              std::map<int, int>& rows) {
   const detail::ActiveRows found = detail::find_rows(vectors, active, rows);
-  auto rule_id = active.begin();
+  auto rule_id = found.rule_ids.begin();
   for (const double score : detail::score_rows(vectors, query, found.rows)) {
     ranked[score].push_back(*rule_id++);
   }

@@ -113,6 +113,7 @@ class RowBatch {
 ActiveRows find_rows(const VectorTable& vectors, const std::set<int>& active,
                      std::map<int, int>& rule_rows) {
   ActiveRows found;
+  found.rule_ids.reserve(active.size());
   found.rows.reserve(active.size());
   auto entry = rule_rows.begin();
   for (const int rule_id : active) {
@@ -126,6 +127,7 @@ ActiveRows find_rows(const VectorTable& vectors, const std::set<int>& active,
       found.outside = row;
       break;
     }
+    found.rule_ids.push_back(rule_id);
     found.rows.push_back(row);
     ++entry;
   }
@@ -163,8 +165,7 @@ std::map<double, std::vector<int>> best_scores(const VectorTable& vectors,
   const std::vector<double> scores = score_rows(vectors, query, found.rows);
   std::map<double, std::vector<int>> best;
   bool dropped = false;
-  auto rule_id = active.begin();
-  for (std::size_t place = 0; place != scores.size(); ++place, ++rule_id) {
+  for (std::size_t place = 0; place != scores.size(); ++place) {
     const double score = scores[place];
     if (best.size() == limit) {
       // A group once dropped never comes back: only better ones dropped it.
@@ -177,7 +178,7 @@ std::map<double, std::vector<int>> best_scores(const VectorTable& vectors,
         continue;
       }
     }
-    best[score].push_back(*rule_id);
+    best[score].push_back(found.rule_ids[place]);
     if (best.size() > limit) {
       best.erase(best.begin());
       dropped = true;

@@ -16,7 +16,9 @@ using VectorTable = std::vector<std::vector<double>>;
 
 /// Where each active rule finds its vector.
 struct ActiveRows {
-  /// Row of each active rule by ascending id, up to the first one outside the table.
+  /// Active rules by ascending id, up to the first whose row lies outside the table.
+  std::vector<int> rule_ids;
+  /// Row of each of them.
   std::vector<int> rows;
   /// True when all rows lie inside the table; otherwise `outside` is the first that does not.
   bool complete = true;

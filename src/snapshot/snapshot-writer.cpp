@@ -1,8 +1,5 @@
 // Writes snapshots, and the texts they are made of. Tested by tests/snapshot/snapshot-test.cpp.
-#include <boost/algorithm/string/join.hpp>
-#include <boost/range/adaptor/transformed.hpp>
 #include <fstream>
-#include <type_traits>
 #include <velmora/snapshot.hpp>
 
 #include "../support/checked-lookup.hpp"
@@ -12,13 +9,23 @@ namespace VX::Dialog {
 
 namespace {
 
-// A vector takes a thousand numbers, so they go straight into the record's text.
-void append_vector(std::string& text, const std::vector<double>& values) {
-  for (std::size_t d = 0; d != values.size(); ++d) {
-    if (d != 0) {
-      text += ' ';
-    }
-    detail::append_number(text, values[d]);
+void append_value(std::string& text, const std::string& value) {
+  text += value;
+}
+void append_value(std::string& text, int value) {
+  detail::append_number(text, value);
+}
+void append_value(std::string& text, double value) {
+  detail::append_number(text, value);
+}
+
+template <typename T>
+void append_joined(std::string& text, const std::vector<T>& values) {
+  const char* separator = "";
+  for (const T& value : values) {
+    text += separator;
+    append_value(text, value);
+    separator = " ";
   }
 }
 
@@ -34,11 +41,17 @@ void write_ls(const std::vector<std::vector<double>>& vectors,
   std::ofstream out(path);
   std::string text;
   for (const auto& [row, rule_ids] : ids_of_row) {
-    text = to_string(row) + "\n" + vector2string(rule_ids) + "\n";
+    text.clear();
+    append_value(text, row);
+    text += '\n';
+    append_joined(text, rule_ids);
+    text += '\n';
     out << text;  // what precedes the lookup stays in the file when the lookup fails
-    text = vector2string(detail::checked_lookup(rule_words, rule_ids.front())) + "\n";
+    text.clear();
+    append_joined(text, detail::checked_lookup(rule_words, rule_ids.front()));
+    text += '\n';
     if (row >= 0 && static_cast<std::size_t>(row) < vectors.size()) {
-      append_vector(text, vectors[static_cast<std::size_t>(row)]);
+      append_joined(text, vectors[static_cast<std::size_t>(row)]);
     }
     text += '\n';
     out << text;
@@ -47,18 +60,16 @@ void write_ls(const std::vector<std::vector<double>>& vectors,
 
 template <typename T>
 std::string to_string(const T& value) {
-  if constexpr (std::is_same_v<T, std::string>) {
-    return value;
-  } else {
-    std::string text;
-    detail::append_number(text, value);
-    return text;
-  }
+  std::string text;
+  append_value(text, value);
+  return text;
 }
 
 template <typename T>
 std::string vector2string(const std::vector<T>& values) {
-  return boost::algorithm::join(values | boost::adaptors::transformed(to_string<T>), " ");
+  std::string text;
+  append_joined(text, values);
+  return text;
 }
 
 template std::string to_string<int>(const int&);

@@ -1,4 +1,4 @@
-// Word counts. Tested by tests/text/frequencies-test.cpp.
+// Word counts. Tested by tests/text/text-tables-test.cpp.
 #include <velmora/frequencies.hpp>
 
 #include <fstream>

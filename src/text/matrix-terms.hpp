@@ -1,7 +1,7 @@
 // The entries of one sentence that have a place in a term matrix.
 //
 // Used where weights enter a matrix and by the fold-in, which needs none, so that both keep and
-// report the same words. Not installed. Tested by tests/text/query-weighting-test.cpp.
+// report the same words. Not installed. Tested by tests/text/text-tables-test.cpp.
 #pragma once
 
 #include <map>

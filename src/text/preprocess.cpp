@@ -1,4 +1,4 @@
-// Folding of equal stem sets, and stems to word ids. Tested by tests/text/preprocess-test.cpp.
+// Folding of equal stem sets, and stems to word ids. Tested by tests/text/text-tables-test.cpp.
 #include <velmora/preprocess.hpp>
 
 #include <set>

@@ -1,4 +1,4 @@
-// Weights of words, and the bridge to matrices. Tested by tests/text/query-weighting-test.cpp.
+// Weights of words, and the bridge to matrices. Tested by tests/text/text-tables-test.cpp.
 #include <velmora/query-weighting.hpp>
 
 #include "../support/log-site.hpp"
