@@ -113,7 +113,7 @@ inline std::map<int, std::vector<std::string>> many_rules(const TemporaryFolder&
                                                           const std::string& root = kLanguage) {
   write_model(folder, root);
   folder.write(root + "/model/dictionary", "go\nstop\nup\nwalk\nturn\n");
-  folder.write(root + "/model/model.conf", "5 2\n1 0 \n0 1 \n1 1 \n-1 0.5 \n0.25 -2 \n");
+  folder.write(root + "/model/model.conf", "5 2\n1 0 \n0 1 \n1 1 \n-1 0.5 \n0.3 -2 \n");
   const std::vector<std::string> words = {"go", "stop", "up", "walk", "turn"};
   std::map<int, std::vector<std::string>> rules;
   for (unsigned set = 1; set != 1U << words.size(); ++set) {

@@ -1,0 +1,154 @@
+// The ready-made matchers over topics and applications.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <velmora/app-model.hpp>
+#include <velmora/topic-model.hpp>
+#include <zu/path.hpp>
+
+#include "models/app-model-private.hpp"
+#include "support/fixtures.hpp"
+
+namespace VX::Dialog {
+namespace {
+
+using test::kLanguage;
+using test::LogCapture;
+using test::TemporaryFolder;
+using Applications = std::map<std::string, std::vector<std::string>>;
+using Lines = std::vector<std::string>;
+using Matches = std::vector<std::pair<double, std::vector<int>>>;
+using Named = std::vector<std::pair<double, std::vector<std::string>>>;
+
+class Models : public testing::Test {
+ protected:
+  Models() {
+    test::use_installed_data(folder);
+    std::filesystem::current_path(folder.path());
+  }
+  ~Models() override { std::filesystem::current_path("/"); }
+
+  TemporaryFolder folder;
+  LogCapture log;
+  std::string ignored;
+};
+
+TEST_F(Models, TopicsTakeTheWorkingFolderThenTheInstalledData) {
+  const auto topics = test::many_rules(folder, test::kInstalledRoot);
+  Matches matches;
+  EXPECT_EQ(TopicModel(kLanguage, topics).matchInput("go", matches, ignored), 1);
+  EXPECT_EQ(matches.size(), 11U);
+  EXPECT_EQ(matches[0].second, std::vector<int>{0});
+  EXPECT_EQ(
+      log.lines("LibVelmora.Command"),
+      Lines{"4 LibVelmora.Command xSetModel: SetModel(): topicmodel.txt/tst/ not found  using "
+            "default model " +
+            folder.path(test::kInstalledRoot) + "/"});
+  EXPECT_TRUE(std::filesystem::exists(folder.path(test::kInstalledRoot) + "/model/newindex"));
+  log.records.clear();
+  test::write_model(folder, "topicmodel.txt/tst");
+  const TopicModel own(kLanguage, topics);
+  EXPECT_EQ(log.lines("LibVelmora.Command"), Lines());
+  EXPECT_EQ(log.lines("LibVelmora.Model").size(), 2U);  // loaded twice
+}
+
+TEST_F(Models, TopicsWithoutAModelRefuse) {
+  Matches matches = {{0.5, {1}}};
+  EXPECT_EQ(TopicModel("nowhere", {{1, {"go"}}}).matchInput("go", matches, ignored), -1);
+  EXPECT_EQ(matches, (Matches{{0.5, {1}}}));
+  EXPECT_EQ(log.lines("LibVelmora.Command"),
+            (Lines{"2 LibVelmora.Command xSetModel: SetModel(): Semantic model file not found: " +
+                       zu::path::findData("dialog", "velmora/data/nowhere/"),
+                   "2 LibVelmora.Command xMatchInput: fVocab.size() 0fModel.dim 0"
+                   "fActive_rules.size() 1"}));
+}
+
+TEST_F(Models, ApplicationsAreNumberedByNameAndCutByThreshold) {
+  test::write_model(folder);
+  AppModel model;
+  Applications applications = {{"b", {"stop"}}, {"a", {"go"}}, {"c", {"stop"}}};
+  ASSERT_TRUE(model.setModel(folder.path(), kLanguage, applications));
+  EXPECT_TRUE(model.isReady());
+  Named all;
+  EXPECT_EQ(model.matchInput("go", all, -1), 1);
+  ASSERT_EQ(all.size(), 2U);
+  EXPECT_EQ(all[0].second, (std::vector<std::string>{"a"}));
+  EXPECT_EQ(all[1].second, (std::vector<std::string>{"b", "c"}));
+  EXPECT_NEAR(all[1].first, -0.273475, 1e-6);
+
+  struct {
+    const char* what;
+    const char* sentence;
+    double threshold;
+    std::size_t entries;
+  } const cases[] = {
+      {"between the two", "go", 0.5, 1},
+      {"exactly the best", "go", all[0].first, 1},
+      {"a little above it", "go", std::nextafter(all[0].first, 2.0), 0},
+      {"exactly the worst", "go", all[1].first, 2},
+      {"no number", "go", NAN, 0},
+      {"nothing known scores 0", "lamp", 0.0, 1},
+      {"and no more", "lamp", 1e-300, 0},
+  };
+  for (const auto& c : cases) {
+    Named matches;
+    EXPECT_EQ(model.matchInput(c.sentence, matches, c.threshold), 1);
+    EXPECT_EQ(matches.size(), c.entries) << c.what;
+  }
+
+  // A failed setModel enters its names all the same; the engine stays as it was, and ready.
+  Applications others = {{"z", {"up"}}};
+  EXPECT_FALSE(model.setModel(folder.path(), "nowhere", others));
+  EXPECT_TRUE(model.isReady());
+  EXPECT_EQ(model.matchInput("go", all, 0.5), 1);
+  ASSERT_EQ(all.size(), 3U);  // appended
+  EXPECT_EQ(all[2].second, (std::vector<std::string>{"z"}));
+}
+
+TEST_F(Models, ApplicationsAreCappedAt21Scores) {
+  Applications applications;
+  for (const auto& [rule_id, sentences] : test::many_rules(folder)) {
+    applications[std::to_string(rule_id)] = sentences;
+  }
+  AppModel model;
+  ASSERT_TRUE(model.setModel(folder.path(), kLanguage, applications));
+  Named matches;
+  EXPECT_EQ(model.matchInput("go", matches, -2), 1);
+  EXPECT_EQ(matches.size(), 21U);
+  EXPECT_EQ(AppModelPrivate(kLanguage).fMaxResults, 10);
+  EXPECT_EQ(AppModelPrivate(kLanguage).fLanguage, kLanguage);
+}
+
+TEST_F(Models, ApplicationsTellTheirStates) {
+  AppModel model;
+  Applications none, one = {{"a", {"go"}}};
+  Named matches;
+  const Lines warning = {"3 Dialog.AppModel.personnalData matchInput: no application indexed"};
+  const Lines refusal = {"2 LibAppModel.Command xMatchInput: fVocab.size() 0fModel.dim 0"};
+  EXPECT_FALSE(model.isReady());
+  EXPECT_EQ(model.matchInput("go", matches, 0), -1);
+  EXPECT_EQ(log.lines(), warning);
+  test::write_model(folder);
+  EXPECT_TRUE(model.setModel(folder.path(), kLanguage, none));
+  EXPECT_TRUE(model.isReady());
+  EXPECT_EQ(model.matchInput("go", matches, 0), -1);
+
+  AppModel failed;
+  log.records.clear();
+  EXPECT_FALSE(failed.setModel(folder.path(), "nowhere", one));
+  EXPECT_FALSE(failed.isReady());
+  EXPECT_EQ(log.lines(),
+            Lines{"2 LibAppModel.Command xSetModel: SetModel(): Semantic model file not found: " +
+                  zu::path::findData("dialog", "velmora/data/nowhere/")});
+  log.records.clear();
+  EXPECT_EQ(failed.matchInput("go", matches, 0), 1);
+  EXPECT_EQ(log.lines(), refusal);
+  // A place without the scalar file is found, and the second load fails.
+  std::filesystem::remove(folder.path("tst/model/model"));
+  EXPECT_FALSE(failed.setModel(folder.path(), kLanguage, one));
+  EXPECT_TRUE(matches.empty());
+}
+
+}  // namespace
+}  // namespace VX::Dialog

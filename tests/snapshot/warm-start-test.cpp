@@ -1,0 +1,210 @@
+// Both loads of the warm start, through both engines: tables, files, log lines and dumps.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <velmora/debug.hpp>
+
+#include "engine/velmora-private.hpp"
+#include "models/app-model-private.hpp"
+#include "support/fixtures.hpp"
+
+namespace VX::Dialog {
+namespace {
+
+using test::LogCapture;
+using test::TemporaryFolder;
+using Lines = std::vector<std::string>;
+using Rows = std::map<int, int>;
+using Rules = std::map<int, std::vector<std::string>>;
+using Vectors = std::vector<std::vector<double>>;
+
+template <typename Engine>
+class WarmStart : public testing::Test {
+ protected:
+  static constexpr bool kIsApp = std::is_same_v<Engine, AppModelPrivate>;
+
+  WarmStart() {
+    test::give_model(engine_, folder);
+    folder.write("tst/model/snap", kSnapshot);
+    engine_.fActive_rules = {77};
+    log.records.clear();
+  }
+  bool load(const std::string& name, const Rules& given, bool merge) {
+    log.records.clear();
+    return engine_.xLoadDialogVectorsFromFile(name, given, merge);
+  }
+  // The lines of the engine's own category, of one function.
+  Lines lines(const std::string& function, const Lines& texts) const {
+    Lines lines;
+    for (const std::string& text : texts) {
+      lines.push_back((kIsApp ? "4 LibAppModel.Command " : "4 LibVelmora.Command ") + function +
+                      ": " + text);
+    }
+    return lines;
+  }
+  Lines logged() const { return log.lines(kIsApp ? "LibAppModel.Command" : "LibVelmora.Command"); }
+  std::string dump(bool merge) {
+    testing::internal::CaptureStdout();
+    load("snap", rules_, merge);
+    return testing::internal::GetCapturedStdout();
+  }
+
+  // Ids and order of stems play no part in finding a record; nothing refers to the second one.
+  static constexpr const char* kSnapshot = "0\n40\nstop go\n7 8\n1\n41\ngo\n5 5\n";
+  const Rules rules_ = {{1, {"go stop"}}, {2, {"up"}}, {3, {"stop", "go!"}},
+                        {4, {"walk"}},    {5, {"up"}}, {6, {"lamp"}}};
+  const std::map<std::string, int> freqs = {{"go", 2}, {"stop", 2}, {"up", 2}, {"walk", 1}};
+  TemporaryFolder folder;
+  LogCapture log;
+  Engine engine_;
+};
+
+using Engines = testing::Types<VelmoraPrivate, AppModelPrivate>;
+TYPED_TEST_SUITE(WarmStart, Engines);
+
+TYPED_TEST(WarmStart, MergesStoredAndNewVectors) {
+  auto& engine = this->engine_;
+  engine.fRuleRows = {{1, 5}, {6, 0}};  // an entry of another id stays
+  ASSERT_TRUE(this->load("snap", this->rules_, true));
+  EXPECT_EQ(engine.fRuleRows, (Rows{{1, 0}, {2, 1}, {3, 0}, {4, 2}, {5, 1}, {6, 0}}));
+  EXPECT_EQ(
+      engine.fRuleWords,
+      (Rules{{1, {"go", "stop"}}, {2, {"up"}}, {3, {"go", "stop"}}, {4, {"walk"}}, {5, {"up"}}}));
+  EXPECT_EQ(engine.fRuleFreqs, this->freqs);
+  EXPECT_EQ(engine.fActive_rules, std::set<int>{77});
+  ASSERT_EQ(engine.fRuleVectors.size(), 3U);
+  EXPECT_EQ(engine.fRuleVectors[0], (std::vector<double>{7, 8}));
+  EXPECT_EQ(this->folder.read("tst/model/index"),
+            "0\n1 3 6\ngo stop\n7 8\n1\n2 5\nup\n0.144737 0.184211\n2\n4\nwalk\n-0.4 0.285714\n");
+  EXPECT_EQ(this->folder.read("tst/model/snap"), this->kSnapshot);
+  EXPECT_FALSE(std::filesystem::exists(this->folder.path("tst/model/newindex")));
+  Lines expected = this->lines("xLoadDialogVectorsFromFile",
+                               {" loading index: " + this->folder.path("tst/model/snap"),
+                                " saving index ", " saved index "});
+  const Lines inner = this->lines(
+      "load_snapshot_ls2", {"Total new rules IDs: 5", "known rules: 1", "unique unknown rules: 2",
+                            "rules to compile: 2", "Calculated vectors", "Updated index"});
+  expected.insert(expected.begin() + 1, inner.begin(), inner.end());
+  EXPECT_EQ(this->logged(), expected);
+  // Only new stem sets are weighted, and the words without idf among them told.
+  EXPECT_EQ(this->log.lines("LibVelmora.Query"),
+            Lines{"4 LibVelmora.Query tfidf: 3 does not exist"});
+}
+
+TYPED_TEST(WarmStart, LoadsTheFirstRulesOfKnownSetsAlone) {
+  auto& engine = this->engine_;
+  const Rules more = {{1, {"go stop"}}, {2, {"up"}}, {3, {"go stop"}}, {4, {"walk"}}, {9, {"go"}}};
+  ASSERT_TRUE(this->load("snap", more, false));
+  EXPECT_EQ(engine.fRuleRows, (Rows{{1, 0}, {9, 1}}));
+  EXPECT_EQ(engine.fRuleWords, (Rules{{1, {"go", "stop"}}, {9, {"go"}}}));
+  EXPECT_EQ(engine.fRuleVectors, (Vectors{{7, 8}, {5, 5}}));
+  EXPECT_EQ(engine.fRuleFreqs.at("walk"), 1);  // counted, though ignored
+  EXPECT_FALSE(std::filesystem::exists(this->folder.path("tst/model/index")));
+  Lines expected = this->lines("xLoadDialogVectorsFromFile",
+                               {" loading index: " + this->folder.path("tst/model/snap")});
+  for (const std::string& line :
+       this->lines("load_snapshot_index",
+                   {"Total new rules IDs: 5", "known rules: 2", "unique unknown rules: 2",
+                    "ignored rule: 2", "Updated index"})) {
+    expected.push_back(line);
+  }
+  EXPECT_EQ(this->logged(), expected);
+  // No inference, yet words without idf are told as if there were one.
+  EXPECT_EQ(this->log.lines("LibVelmora.Query"), Lines());
+  engine.fIdf.erase(0);
+  ASSERT_TRUE(this->load("snap", more, false));
+  EXPECT_EQ(this->log.lines("LibVelmora.Query"),
+            Lines(2, "4 LibVelmora.Query tfidf: 0 does not exist"));
+}
+
+TYPED_TEST(WarmStart, DumpsBehindItsOwnFlag) {
+  bool& own = this->kIsApp ? DEBUGAPP : DEBUG;
+  bool& other = this->kIsApp ? DEBUG : DEBUGAPP;
+  other = true;
+  EXPECT_EQ(this->dump(true) + this->dump(false), "");
+  other = false;
+  own = true;
+  EXPECT_EQ(this->dump(false), "words2ls  2\nmerged_ls  1\n");
+  EXPECT_EQ(this->dump(true),
+            "go\n5 5\n\ngo stop\n7 8\n\n2\nup\n0.144737 0.184211\n\n4\nwalk\n-0.4 0.285714\n\n"
+            "new_Sentences_ls  2\nwords2ls  2\nmerged_ls  3\n");
+  std::string words;
+  for (int i = 0; i != 101; ++i) {
+    const std::string word = {char('a' + i / 26), char('a' + i % 26)};
+    this->engine_.fVocab[word] = i;
+    words += word + " ";
+  }
+  Rules many = {{1, {words.substr(3)}}, {2, {words}}};  // 100 stems, and 101
+  testing::internal::CaptureStdout();
+  Vectors vectors;
+  EXPECT_TRUE(this->engine_.load_snapshot_ls2("none", vectors, many, this->engine_.fStemmer.get()));
+  const std::string dumped = testing::internal::GetCapturedStdout();
+  EXPECT_EQ(dumped.substr(0, dumped.find("\n\n") + 4), "101\n" + words.substr(0, 302) + "\n\n1\n");
+  own = false;
+}
+
+TYPED_TEST(WarmStart, FailsToSaveAtAStaleId) {
+  auto& engine = this->engine_;
+  ASSERT_TRUE(this->load("snap", this->rules_, true));
+  try {
+    this->load("index", {{3, {"go stop"}}}, true);
+    FAIL() << "rule 1 is the lowest of row 0 and is gone";
+  } catch (const std::out_of_range& e) {
+    EXPECT_STREQ(e.what(), "map::at:  key not found");
+  }
+  EXPECT_EQ(this->logged().back(),
+            this->lines("xLoadDialogVectorsFromFile", {" saving index "}).front());
+  EXPECT_EQ(this->folder.read("tst/model/index"), "0\n1 3\n");
+  EXPECT_EQ(engine.fRuleRows.at(4), 2);
+  EXPECT_EQ(engine.fRuleVectors, (Vectors{{7, 8}}));
+  EXPECT_EQ(engine.fRuleWords.size(), 1U);
+}
+
+TYPED_TEST(WarmStart, TakesWhatTheFileSystemHas) {
+  auto& engine = this->engine_;
+  engine.fRuleVectors = {{1, 1}};
+  EXPECT_FALSE(engine.fStemmer);
+  for (const char* missing : {"none", "snap/", "/snap/none"}) {
+    EXPECT_FALSE(this->load(missing, this->rules_, true)) << missing;
+  }
+  EXPECT_TRUE(engine.fStemmer);
+  EXPECT_EQ(this->log.lines(), Lines());
+  EXPECT_EQ(engine.fRuleVectors, (Vectors{{1, 1}}));
+
+  // A folder is an empty snapshot: nothing is known to one load, and all is compiled by the other.
+  EXPECT_TRUE(this->load("", this->rules_, false));
+  EXPECT_EQ(engine.fRuleVectors, Vectors());
+  EXPECT_EQ(engine.fRuleWords, Rules());
+  EXPECT_EQ(engine.fRuleFreqs, this->freqs);
+  EXPECT_TRUE(this->load("", this->rules_, true));
+  TypeParam compiling;
+  test::give_model(compiling, this->folder);
+  Rules rules = this->rules_;
+  compiling.xLoadDialogVectors(rules);
+  EXPECT_EQ(engine.fRuleVectors, compiling.fRuleVectors);
+  EXPECT_EQ(engine.fRuleRows, compiling.fRuleRows);
+
+  // A record without a vector keeps its empty row.
+  this->folder.write("tst/model/cut", "0\n1\nwalk\n");
+  EXPECT_TRUE(this->load("cut", {{8, {"walk"}}}, false));
+  EXPECT_EQ(engine.fRuleVectors, Vectors{{}});
+}
+
+TYPED_TEST(WarmStart, EmptiesTheRulesOfAMergeAlone) {
+  auto& engine = this->engine_;
+  Rules rules = this->rules_;
+  Vectors vectors = {{3}};
+  Stemmer stemmer(test::kLanguage);
+  const std::string path = this->folder.path("tst/model/snap");
+  EXPECT_TRUE(engine.load_snapshot_index(path, vectors, rules, &stemmer));
+  EXPECT_EQ(rules, this->rules_);
+  EXPECT_EQ(vectors, (Vectors{{7, 8}}));
+  EXPECT_TRUE(engine.load_snapshot_ls2(path, vectors, rules, &stemmer));
+  EXPECT_EQ(rules, Rules());
+  EXPECT_EQ(vectors.size(), 3U);
+  EXPECT_EQ(engine.fRuleVectors, Vectors());
+  EXPECT_FALSE(std::filesystem::exists(this->folder.path("tst/model/index")));
+}
+
+}  // namespace
+}  // namespace VX::Dialog
