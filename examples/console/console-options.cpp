@@ -42,27 +42,29 @@ std::optional<int> read_options(int argc, char** argv, ConsoleOptions& options) 
   app.footer(kFooter);
   app.get_formatter()->column_width(28);
   app.set_version_flag("--version", "velmora-console " VELMORA_VERSION);
-  app.add_option("--language", options.language, "Language code: enu, frf or jpj")->required();
+  app.add_option("--language", options.language, "Language of the model: enu, frf or jpj")
+      ->option_text("CODE")
+      ->required();
   app.add_option("--model", options.model,
                  "Base directory of models: PATH/<language>/model/ (default: the installed models)")
-      ->type_name("PATH");
+      ->option_text("PATH");
   CLI::Option* rules =
-      app.add_option("--rules", options.rules_path, "Rules to match")->type_name("FILE");
+      app.add_option("--rules", options.rules_path, "Rules to match")->option_text("FILE");
   CLI::Option* apps = app.add_option("--apps", options.apps_path, "Match applications, not rules")
-                          ->type_name("FILE")
+                          ->option_text("FILE")
                           ->excludes(rules);
   app.add_option("--top", options.top, "Show at most N rules a sentence (default: 5)")
-      ->type_name("N")
+      ->option_text("N")
       ->check(CLI::PositiveNumber);
   app.add_option("--active", options.active, "Rules that may match, for example 101,600-699")
-      ->type_name("IDS")
+      ->option_text("IDS")
       ->needs(rules);
   app.add_option("--snapshot", options.snapshot, "Start from a snapshot, or make it (see below)")
-      ->type_name("NAME")
+      ->option_text("NAME")
       ->needs(rules)
       ->check(CLI::Validator(check_snapshot_name, ""));
   app.add_option("--threshold", options.threshold, "Least score of an application (default: 0)")
-      ->type_name("X")
+      ->option_text("X")
       ->needs(apps);
   app.add_flag("--json", options.json, "Print one JSON object a sentence");
   app.add_flag("--verbose", options.verbose, "Show the log of the library on standard error");

@@ -23,6 +23,7 @@ bool read_sentence(std::string& sentence) {
   }
   char* line = readline("> ");
   if (line == nullptr) {
+    std::cout << "\n";  // leaves the line of the prompt
     return false;
   }
   sentence = line;

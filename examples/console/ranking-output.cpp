@@ -26,7 +26,8 @@ std::string bar(double score) {
 
 std::string score_text(double score) {
   char text[32];
-  std::snprintf(text, sizeof text, "%6.3f", score);
+  // Adding 0 turns a rounded -0 into 0.
+  std::snprintf(text, sizeof text, "%6.3f", std::round(score * 1000) / 1000 + 0.0);
   return text;
 }
 
@@ -59,7 +60,7 @@ void print_ranking(std::ostream& out, const Ranking& ranking, bool echo, bool co
     const bool best = &rule == &ranking.rules.front();
     out << score_text(rule.score) << "  " << paint.bar << bar(rule.score) << paint.plain << "  "
         << (best ? paint.best : "") << rule.id << std::string(id_width - rule.id.size() + 2, ' ')
-        << rule.sentence << paint.plain << "\n";
+        << rule.sentence << (best ? paint.plain : "") << "\n";
   }
   out << "\n" << std::flush;
 }

@@ -51,18 +51,20 @@ std::optional<int> read_options(int argc, char** argv, EvaluateOptions& options)
   app.footer(kFooter);
   app.get_formatter()->column_width(30);
   app.set_version_flag("--version", "velmora-evaluate " VELMORA_VERSION);
-  app.add_option("--language", options.language, "Language code: enu, frf or jpj")->required();
+  app.add_option("--language", options.language, "Language of the model: enu, frf or jpj")
+      ->option_text("CODE")
+      ->required();
   app.add_option("--model", options.model,
                  "Base directory of models: PATH/<language>/model/ (default: the installed models)")
-      ->type_name("PATH");
+      ->option_text("PATH");
   CLI::Option* intents = app.add_option("--intents", options.intents, "Training and test file")
-                             ->type_name("TRAIN TEST")
+                             ->option_text("TRAIN TEST")
                              ->expected(2);
   std::string rules = "joined";
   app.add_option("--rules", rules,
                  "A rule is: joined = all sentences of a label (default), single = one sentence, "
                  "or N sentences of a label")
-      ->type_name("joined|single|N")
+      ->option_text("joined|single|N")
       ->needs(intents)
       ->check(CLI::Validator(
           [](const std::string& text) {
@@ -70,13 +72,13 @@ std::optional<int> read_options(int argc, char** argv, EvaluateOptions& options)
           },
           ""));
   app.add_option("--out-of-scope", options.out_of_scope, "Sentences that belong to no label")
-      ->type_name("FILE")
+      ->option_text("FILE")
       ->needs(intents);
   app.add_option("--pairs", options.pairs, "Pairs of sentences with their similarity")
-      ->type_name("FILE");
+      ->option_text("FILE");
   std::string baseline;
   app.add_option("--baseline", baseline, "Show a simple measure beside the matcher: tf-idf")
-      ->type_name("NAME")
+      ->option_text("NAME")
       ->check(CLI::IsMember({"tf-idf"}));
   app.add_flag("--json", options.json, "Print one JSON object");
   try {

@@ -1,0 +1,138 @@
+// What a user of velmora-console sees: runs of the program with its input, output and errors.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "program-run.hpp"
+
+namespace {
+
+using ::testing::HasSubstr;
+
+constexpr const char* kRules = "--language enu --model . --rules rules.tsv ";
+
+struct ConsoleCase {
+  const char* what;
+  std::string arguments;
+  const char* input;
+  int status;
+  /// The whole of standard output, when the run succeeds; otherwise there is none.
+  const char* out;
+  /// Part of standard error.
+  const char* err;
+};
+
+const ConsoleCase kCases[] = {
+    {"best rule first, bars to scale, equal scores by id", kRules, "songs\n\n a lamp, a song", 0,
+     "songs\n"
+     " 1.000  ████████████████████  20  Play music!\n"
+     " 0.000                        3   Switch on the light.\n\n"
+     " a lamp, a song\n"
+     " 0.707  ██████████████▏       3   Switch on the light.\n"
+     " 0.707  ██████████████▏       20  Play music!\n\n",
+     "rule 7 has no word that the model knows and is left out"},
+    {"a sentence without a known word gets no scores", kRules, "xyzzy\n", 0,
+     "xyzzy\n  no word of this is in the model's dictionary\n\n", ""},
+    {"top", std::string(kRules) + "--top 1", "lamp song\n", 0,
+     "lamp song\n 0.707  ██████████████▏       3  Switch on the light.\n\n", ""},
+    {"a range of active rules", std::string(kRules) + "--active 10-30", "lamp\n", 0,
+     "lamp\n 0.000                        20  Play music!\n\n", ""},
+    {"JSON", std::string(kRules) + "--json --active 20", "a \"song\" \xff\n", 0,
+     "{\"sentence\":\"a \\\"song\\\" \xEF\xBF\xBD\",\"known\":true,\"matches\":[{\"score\":1.0,"
+     "\"id\":\"20\",\"sentence\":\"Play music!\"}]}\n",
+     ""},
+    {"applications that reach the threshold",
+     "--language enu --model . --apps apps.tsv --threshold 0.9", "song\nlamp song\n", 0,
+     "song\n 1.000  ████████████████████  player  Music\n\n"
+     "lamp song\n  nothing reaches the threshold\n\n",
+     ""},
+
+    {"every bad line is told", "--language enu --model . --rules bad.tsv", "", 1, "",
+     "bad.tsv:2: no tab between rule id and sentence\n"
+     "bad.tsv:4: empty sentence\n"
+     "bad.tsv:3: rule id '1x' is no whole number\n"},
+    {"rules are not there", "--language enu --model . --rules none.tsv", "", 1, "",
+     "none.tsv: cannot open the file"},
+    {"only unknown rules", "--language enu --model . --rules unknown.tsv", "", 1, "",
+     "the model knows no word of any rule"},
+    {"no such language", "--language xx --model . --rules rules.tsv", "", 1, "",
+     "no model for language 'xx': looked in ./xx and "},
+    {"model without factors", "--language cut --model . --rules rules.tsv", "", 1, "",
+     "the model is not complete: ./cut/model/model.conf is missing"},
+
+    {"neither rules nor applications", "--language enu", "", 2, "", "one of --rules and --apps"},
+    {"no language", "--rules rules.tsv", "", 2, "", "--language is required"},
+    {"list of ids that is none", std::string(kRules) + "--active 3,x", "", 2, "",
+     "--active: 'x' is no rule id"},
+    {"id that no rule has", std::string(kRules) + "--active 8-19", "", 2, "",
+     "--active: there is no rule 8-19"},
+    {"snapshot over a file of the model", std::string(kRules) + "--snapshot model.conf", "", 2, "",
+     "'model.conf' is a file of the model itself"},
+};
+
+void write_rules(const Workplace& place) {
+  place.write("rules.tsv",
+              "\xEF\xBB\xBF# lights\n\n20\tPlay music!\r\n3\tSwitch on the light.\n"
+              "20\tand songs\n7\tUnknown.\n");
+  place.write("bad.tsv", "1\tlamp\nlight\n1x\tlamp\n2\t \n");
+  place.write("unknown.tsv", "1\tUnknown.\n");
+  place.write("apps.tsv", "player\tMusic\nlantern\tLight\n");
+  std::filesystem::create_directories(place.path("cut"));
+  std::filesystem::copy(place.path("enu/model"), place.path("cut/model"));
+  std::filesystem::remove(place.path("cut/model/model.conf"));
+}
+
+TEST(Console, AnswersAndComplains) {
+  const Workplace place;
+  write_rules(place);
+  for (const ConsoleCase& c : kCases) {
+    SCOPED_TRACE(c.what);
+    const ProgramResult result = place.run(VELMORA_CONSOLE, c.arguments, c.input);
+    EXPECT_EQ(result.status, c.status);
+    EXPECT_EQ(result.out, c.out);
+    EXPECT_THAT(result.err, HasSubstr(c.err));
+    if (c.err[0] == '\0') {
+      EXPECT_THAT(result.err, Not(HasSubstr("LibVelmora")));
+    }
+  }
+}
+
+TEST(Console, KeepsASnapshotUpToDate) {
+  const Workplace place;
+  write_rules(place);
+  const std::string snapshot = "enu/model/mine";
+  const auto start = [&] {
+    const ProgramResult result =
+        place.run(VELMORA_CONSOLE, std::string(kRules) + "--snapshot mine", "song\n");
+    EXPECT_THAT(result.out, HasSubstr("1.000  ████████████████████  20  Play music!"));
+    return result.err;
+  };
+  EXPECT_THAT(start(), HasSubstr("no snapshot yet, compiled: 2 rules in "));
+  EXPECT_EQ(place.read(snapshot), place.read("enu/model/newindex"));
+  EXPECT_THAT(start(), HasSubstr("warm start from ./enu/model/mine: 2 rules in "));
+
+  // A rule that is new is compiled at the start, and known at the next one.
+  place.write("rules.tsv", "20\tPlay music!\n30\tA light and a song.\n");
+  EXPECT_THAT(start(), HasSubstr("warm start"));
+  EXPECT_THAT(place.read(snapshot), HasSubstr("light song"));
+
+  // Vectors of an older model would give wrong scores.
+  std::filesystem::last_write_time(
+      place.path("enu/model/model"),
+      std::filesystem::last_write_time(place.path(snapshot)) + std::chrono::seconds(1));
+  EXPECT_THAT(start(), HasSubstr("older than the model"));
+}
+
+TEST(Console, GoesOnWithoutAPlaceForTheSnapshot) {
+  const Workplace place;
+  write_rules(place);
+  // What stands in the way binds the superuser too, unlike the rights of a directory.
+  std::filesystem::create_directories(place.path("enu/model/newindex/occupied"));
+  const ProgramResult result =
+      place.run(VELMORA_CONSOLE, std::string(kRules) + "--snapshot mine", "song\n");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.out, HasSubstr("Play music!"));
+  EXPECT_THAT(result.err, HasSubstr("snapshot mine not saved: cannot write to"));
+  EXPECT_FALSE(std::filesystem::exists(place.path("enu/model/mine")));
+}
+
+}  // namespace
