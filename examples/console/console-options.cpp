@@ -53,7 +53,9 @@ std::optional<int> read_options(int argc, char** argv, ConsoleOptions& options) 
   CLI::Option* apps = app.add_option("--apps", options.apps_path, "Match applications, not rules")
                           ->option_text("FILE")
                           ->excludes(rules);
-  app.add_option("--top", options.top, "Show at most N rules a sentence (default: 5)")
+  app.add_option(
+         "--top", options.top,
+         "Show at most N rules a sentence (default: 5); a match has at most 21 different scores")
       ->option_text("N")
       ->check(CLI::PositiveNumber);
   app.add_option("--active", options.active, "Rules that may match, for example 101,600-699")

@@ -11,6 +11,7 @@
 
 #include <velmora/matrix-files.hpp>
 #include <velmora/offline.hpp>
+#include <zu/log.hpp>
 
 namespace {
 
@@ -29,6 +30,7 @@ void show_file(const std::string& title, const std::string& path) {
 }  // namespace
 
 int main() {
+  zu::log::setConsole(false);  // every step tells in the log what it does; here the files speak
   char pattern[] = "/tmp/velmora-chain-XXXXXX";
   if (mkdtemp(pattern) == nullptr) {
     std::perror("offline-chain");

@@ -121,8 +121,8 @@ bool read_numbered_sentences(const std::string& path,
     if (const std::optional<int> rule_id = to_int(line.fields[0])) {
       sentences[*rule_id].push_back(line.fields[1]);
     } else {
-      table.errors.push_back(
-          complaint(path, line.number, "rule id '" + line.fields[0] + "' is no whole number"));
+      table.errors.push_back(complaint(
+          path, line.number, "rule id '" + line.fields[0] + "' is no 32-bit whole number"));
     }
   }
   print_complaints(table.errors);

@@ -49,7 +49,7 @@ const ConsoleCase kCases[] = {
     {"every bad line is told", "--language enu --model . --rules bad.tsv", "", 1, "",
      "bad.tsv:2: no tab between rule id and sentence\n"
      "bad.tsv:4: empty sentence\n"
-     "bad.tsv:3: rule id '1x' is no whole number\n"},
+     "bad.tsv:3: rule id '1x' is no 32-bit whole number\n"},
     {"rules are not there", "--language enu --model . --rules none.tsv", "", 1, "",
      "none.tsv: cannot open the file"},
     {"only unknown rules", "--language enu --model . --rules unknown.tsv", "", 1, "",
@@ -65,6 +65,10 @@ const ConsoleCase kCases[] = {
      "--active: 'x' is no rule id"},
     {"id that no rule has", std::string(kRules) + "--active 8-19", "", 2, "",
      "--active: there is no rule 8-19"},
+    {"threshold without applications", std::string(kRules) + "--threshold 0.5", "", 2, "",
+     "--threshold requires --apps"},
+    {"snapshot in another folder", std::string(kRules) + "--snapshot ../mine", "", 2, "",
+     "'../mine' is no plain file name"},
     {"snapshot over a file of the model", std::string(kRules) + "--snapshot model.conf", "", 2, "",
      "'model.conf' is a file of the model itself"},
 };
@@ -122,6 +126,23 @@ TEST(Console, KeepsASnapshotUpToDate) {
   EXPECT_THAT(start(), HasSubstr("older than the model"));
 }
 
+// The names under which the library itself writes are good names too.
+TEST(Console, TakesTheLibrarysOwnSnapshots) {
+  for (const char* name : {"newindex", "index"}) {
+    SCOPED_TRACE(name);
+    const Workplace place;
+    write_rules(place);
+    for (const char* start : {"no snapshot yet", "warm start", "warm start"}) {
+      const ProgramResult result =
+          place.run(VELMORA_CONSOLE, std::string(kRules) + "--snapshot " + name, "song\n");
+      EXPECT_THAT(result.err, HasSubstr(start));
+      EXPECT_THAT(result.err, Not(HasSubstr("not saved")));
+      EXPECT_THAT(result.out, HasSubstr("1.000  ████████████████████  20  Play music!"));
+    }
+    EXPECT_THAT(place.read(std::string("enu/model/") + name), HasSubstr("music song"));
+  }
+}
+
 TEST(Console, GoesOnWithoutAPlaceForTheSnapshot) {
   const Workplace place;
   write_rules(place);
@@ -133,6 +154,31 @@ TEST(Console, GoesOnWithoutAPlaceForTheSnapshot) {
   EXPECT_THAT(result.out, HasSubstr("Play music!"));
   EXPECT_THAT(result.err, HasSubstr("snapshot mine not saved: cannot write to"));
   EXPECT_FALSE(std::filesystem::exists(place.path("enu/model/mine")));
+}
+
+TEST(Console, ShowsTheLogWhenAsked) {
+  const Workplace place;
+  write_rules(place);
+  const std::string arguments = std::string(kRules) + "--snapshot mine";
+  EXPECT_THAT(place.run(VELMORA_CONSOLE, arguments, "").err, Not(HasSubstr("LibVelmora")));
+  EXPECT_THAT(place.run(VELMORA_CONSOLE, arguments + " --verbose", "").err,
+              HasSubstr("known rules: 2"));
+}
+
+// script(1) gives the program a terminal.
+TEST(Console, TalksToATerminal) {
+  const Workplace place;
+  write_rules(place);
+  const std::string session = "-qec \"" VELMORA_CONSOLE " " + std::string(kRules) + "\" /dev/null";
+  const std::string coloured = place.run("/usr/bin/script", session, "song\n").out;
+  EXPECT_THAT(coloured, HasSubstr("Type a sentence; Ctrl-D ends."));
+  EXPECT_THAT(coloured, HasSubstr("> "));
+  EXPECT_THAT(coloured, HasSubstr("\033[32m████████████████████\033[0m  \033[1m20  Play music!"));
+
+  setenv("NO_COLOR", "1", 1);
+  const std::string plain = place.run("/usr/bin/script", session, "song\n").out;
+  unsetenv("NO_COLOR");
+  EXPECT_THAT(plain, HasSubstr(" 1.000  ████████████████████  20  Play music!"));
 }
 
 }  // namespace

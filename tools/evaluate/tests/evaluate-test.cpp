@@ -40,6 +40,24 @@ TEST(Evaluate, RanksIntents) {
   EXPECT_EQ(intents["latent"]["confusions"][0]["got"], "loud");
 }
 
+TEST(Evaluate, PrintsATable) {
+  const Workplace place;
+  place.write("train.tsv", "bright\tlight\nloud\tmusic\nodd\tUnknown.\n");
+  place.write("test.tsv", "bright\ta song\nbright\tmusic\nodd\tlamp\nloud\tsong\n");
+  place.write("outside.tsv", "none\tmusic\nnone\tHello.\n");
+  const ProgramResult result = place.run(
+      VELMORA_EVALUATE,
+      std::string(kModel) + "--intents train.tsv test.tsv --out-of-scope outside.tsv", "");
+  for (const char* part :
+       {"intents: 3 labels, 2 rules, 4 test sentences\n",
+        "left out: 1 rules without a known word\n", "                                  latent\n",
+        "top-1                              0.250\n", "top-3                              0.750\n",
+        "area under ROC, out of scope       0.750\n",
+        "     2  bright -> loud\n     1  odd -> bright\n"}) {
+    EXPECT_THAT(result.out, HasSubstr(part));
+  }
+}
+
 TEST(Evaluate, RanksBeyondOneMatch) {
   // Thirty words fan out from the first one, each the only word of its label.
   constexpr int kWords = 30;
