@@ -11,7 +11,7 @@
 namespace VX::Dialog::detail {
 
 /// Word ids and weights of a sentence, ascending. An id below 0 or from `vocabulary_size` on has no
-/// row: it is logged at level error and left out.
+/// row: it is left out. Logged at level error, but of several ids below 0 only the first.
 std::vector<std::pair<int, double>> matrix_terms(const std::map<int, double>& weights,
                                                  long vocabulary_size);
 
