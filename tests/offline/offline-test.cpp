@@ -1,0 +1,98 @@
+// The corpus tools as a chain of files, and similarities.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <velmora/offline.hpp>
+#include <velmora/similarity.hpp>
+
+#include "support/fixtures.hpp"
+
+namespace VX::Dialog {
+namespace {
+
+// Runs in a folder of its own, so that paths in log lines are short.
+struct Offline : testing::Test {
+  Offline() { std::filesystem::current_path(folder.path()); }
+  test::TemporaryFolder folder;
+  test::LogCapture log;
+};
+
+TEST_F(Offline, ChainCarriesACorpusToASparseMatrixFile) {
+  folder.write("text", "  c a   c\n\n b b");
+  folder.write("dictionary", "x\na\nb\na\nc\n");
+  folder.write("idf", "4 0.123456789\n3 1e6\n2\n");
+  for (const int threshold : {0, 1, 1000}) {
+    rm_infreq("text", "text", threshold);
+    EXPECT_EQ(folder.read("text"), "c a c \n\nb b \n");
+  }
+  EXPECT_EQ(index("text", "rows", "dictionary"), 4);
+  EXPECT_EQ(folder.read("rows"), "4 3 4 \n\n2 2 \n");
+  tfidf("rows", "idf", false, true, true, "rows");
+  EXPECT_EQ(folder.read("rows"), "3 1e+06 4 0.246914 \n\n2 2 \n");
+  cpp_data_format("rows", "rows", -5);
+  EXPECT_EQ(folder.read("rows"), "3 -5\n2 3 1e+06 4 0.246914 \n0 \n1 2 2 \n");
+  EXPECT_THAT(log.lines(),
+              testing::ElementsAre("4 LibVelmora.IndexWord index: indexing text data",
+                                   "4 LibVelmora.IndexWord indexwords: map size4",
+                                   "4 LibVelmora.Tfidf read_data: computing tfidf",
+                                   "4 LibVelmora.Tfidf read_data: data size3",
+                                   "4 LibVelmora.Tfidf idf: 2 does not exist",
+                                   "4 LibVelmora.Tfidf idf: 3\n",
+                                   "4 LibVelmora.Tfidf write_data:  writing to rows",
+                                   "4 LibVelmora.Tfidf write_data: data size 3",
+                                   "4 LibVelmora.DataFormat cpp_data_format: formating data"));
+  folder.write("rows", "1 2 3\n1 2 x 3 4");  // a line counts up to what is no number
+  EXPECT_EQ(read_data("rows")[1], (std::map<int, double>{{1, 1}, {2, 1}}));
+  cpp_data_format("rows", "rows", 0);
+  EXPECT_EQ(folder.read("rows"), "2 0\n1 1 2 3\n1 1 2 x 3 4\n");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 4);
+}
+
+TEST_F(Offline, IndexEndsAtTheFirstWordOutsideTheDictionary) {
+  folder.write("dictionary", "a\nb\n");
+  const std::pair<const char*, const char*> kCases[] = {
+      {"a b\nb oov a\n", "0 1 \n1 "}, {"a\tb\n", ""}, {"b a\r\n", "1 "}};
+  for (const auto& [text, output] : kCases) {
+    folder.write("text", text);
+    try {
+      index("text", "ids", "dictionary");
+      FAIL() << text;
+    } catch (const std::out_of_range& failure) {
+      EXPECT_STREQ(failure.what(), "map::at:  key not found");
+    }
+    EXPECT_EQ(folder.read("ids"), output);
+  }
+  EXPECT_EQ(index("none", "ids", "dictionary"), 2);
+}
+
+TEST(Cosine, LooksAtTheLengthOfTheFirstVectorAlone) {
+  EXPECT_EQ(cosine({1, 0}, {-1, 0}), -1.0);
+  EXPECT_EQ(cosine({3, 4}, {4, 3, 100}), 24.0 / 5.0 / 5.0);
+  EXPECT_EQ(cosine({0, 0}, {1, 2}), 0.0);
+  EXPECT_EQ(cosine({}, {1}), 0.0);
+  EXPECT_EQ(cosine({1, 2}, {1}), 0.0);
+}
+
+TEST_F(Offline, SimilaritiesCompareLinesTwoByTwo) {
+  const std::pair<const char*, const char*> kCases[] = {
+      {"1 2\n", ""},  // a header, whatever it holds
+      {"x\n1 2\n2 1\n1 1\n1 2", "0.8\n0.948683298050514\n"},
+      {"x\nword 1\n1\n1 0\n0 -1\n", "0\n0\n"},
+      {"x\n3 4\n", "0\n"},  // no partner: an empty vector, or itself when no newline ends it
+      {"x\n3 4", "1\n"},
+  };
+  for (const auto& [text, similarities] : kCases) {
+    folder.write("pairs", text);
+    testing::internal::CaptureStdout();
+    get_sim("pairs", "out");
+    print_vec({0.1234567, 2});
+    print_vec({});
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "\n caclulating similarities \n2\n0.123457 2 \n0\n\n");
+    EXPECT_EQ(folder.read("out"), similarities) << text;
+  }
+}
+
+}  // namespace
+}  // namespace VX::Dialog
