@@ -42,11 +42,13 @@ std::optional<int> read_options(int argc, char** argv, ConsoleOptions& options) 
   app.footer(kFooter);
   app.get_formatter()->column_width(28);
   app.set_version_flag("--version", "velmora-console " VELMORA_VERSION);
-  app.add_option("--language", options.language, "Language of the model: enu, frf or jpj")
+  app.add_option("--language", options.language,
+                 "Language of the model: enu, frf or jpj (required)")
       ->option_text("CODE")
       ->required();
-  app.add_option("--model", options.model,
-                 "Base directory of models: PATH/<language>/model/ (default: the installed models)")
+  app.add_option(
+         "--model", options.model,
+         "Base directory of models, with PATH/<language>/model/\n(default: the installed models)")
       ->option_text("PATH");
   CLI::Option* rules =
       app.add_option("--rules", options.rules_path, "Rules to match")->option_text("FILE");
@@ -55,7 +57,7 @@ std::optional<int> read_options(int argc, char** argv, ConsoleOptions& options) 
                           ->excludes(rules);
   app.add_option(
          "--top", options.top,
-         "Show at most N rules a sentence (default: 5); a match has at most 21 different scores")
+         "Show at most N rules a sentence (default: 5);\na match has at most 21 different scores")
       ->option_text("N")
       ->check(CLI::PositiveNumber);
   app.add_option("--active", options.active, "Rules that may match, for example 101,600-699")

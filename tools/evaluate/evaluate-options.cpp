@@ -51,19 +51,21 @@ std::optional<int> read_options(int argc, char** argv, EvaluateOptions& options)
   app.footer(kFooter);
   app.get_formatter()->column_width(30);
   app.set_version_flag("--version", "velmora-evaluate " VELMORA_VERSION);
-  app.add_option("--language", options.language, "Language of the model: enu, frf or jpj")
+  app.add_option("--language", options.language,
+                 "Language of the model: enu, frf or jpj (required)")
       ->option_text("CODE")
       ->required();
-  app.add_option("--model", options.model,
-                 "Base directory of models: PATH/<language>/model/ (default: the installed models)")
+  app.add_option(
+         "--model", options.model,
+         "Base directory of models, with PATH/<language>/model/\n(default: the installed models)")
       ->option_text("PATH");
   CLI::Option* intents = app.add_option("--intents", options.intents, "Training and test file")
                              ->option_text("TRAIN TEST")
                              ->expected(2);
   std::string rules = "joined";
   app.add_option("--rules", rules,
-                 "A rule is: joined = all sentences of a label (default), single = one sentence, "
-                 "or N sentences of a label")
+                 "A rule is: joined = all sentences of a label (default),\n"
+                 "single = one sentence, N = N sentences of a label")
       ->option_text("joined|single|N")
       ->needs(intents)
       ->check(CLI::Validator(
