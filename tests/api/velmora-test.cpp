@@ -7,23 +7,19 @@
 
 namespace {
 
-using test::LogCapture;
-using test::TemporaryFolder;
+using namespace test;
 using VX::Dialog::Velmora;
-using Lines = std::vector<std::string>;
-using Matches = std::vector<std::pair<double, std::vector<int>>>;
-using Rules = std::map<int, std::vector<std::string>>;
 
 class Host : public testing::Test {
  protected:
-  Host() : rules(test::many_rules(folder)), base(folder.path()) {}
+  Host() : rules(many_rules(folder)), base(folder.path()) {}
   ~Host() override { EXPECT_EQ(ignored, "as it was"); }
 
   TemporaryFolder folder;
   LogCapture log;
   Velmora matcher;
   const Rules rules;
-  std::string base, language = test::kLanguage, ignored = "as it was";
+  std::string base, language = kLanguage, ignored = "as it was";
   Matches matches;
 };
 

@@ -1,24 +1,18 @@
 // Compilation, activation, matching and word distances, on the small model.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "engine/velmora-private.hpp"
 #include "support/fixtures.hpp"
 
 namespace VX::Dialog {
 namespace {
 
-using test::LogCapture;
-using test::TemporaryFolder;
+using namespace test;
 using Ids = std::set<int>;
-using Lines = std::vector<std::string>;
-using Matches = std::vector<std::pair<double, std::vector<int>>>;
-using Rules = std::map<int, std::vector<std::string>>;
 
 class Engine : public testing::Test {
  protected:
-  Engine() { test::give_model(engine, folder); }
+  Engine() { give_model(engine, folder); }
   Matches match(const std::string& sentence) {
     Matches matches;
     EXPECT_EQ(engine.xMatchInput(sentence, matches), 1);
@@ -55,16 +49,6 @@ TEST_F(Engine, CompilesEachStemSetOnce) {
   EXPECT_EQ(engine.fRuleRows, (std::map<int, int>{{3, 0}, {5, 1}, {7, 0}, {11, 2}, {12, 1}}));
 }
 
-TEST_F(Engine, CompilesNothingWithoutAModel) {
-  std::filesystem::current_path(folder.path());
-  VelmoraPrivate fresh;
-  EXPECT_TRUE(fresh.xLoadDialogVectors(rules));
-  EXPECT_EQ(fresh.fRuleWords.size(), 5U);
-  EXPECT_TRUE(fresh.fRuleVectors.empty());
-  EXPECT_TRUE(std::filesystem::exists(folder.path("newindex")));
-  std::filesystem::current_path("/");
-}
-
 TEST_F(Engine, RanksActiveRulesByCosine) {
   engine.xLoadDialogVectors(rules);
   engine.xActiveAllRules();
@@ -99,38 +83,29 @@ TEST_F(Engine, RanksActiveRulesByCosine) {
   EXPECT_EQ(matches.size(), 5U);
 }
 
-struct RefusalCase {
-  const char* what;
-  void (*prepare)(VelmoraPrivate&);
-  const char* sizes;
-};
-
-const RefusalCase kRefusals[] = {
-    {"no vocabulary", [](VelmoraPrivate& e) { e.fVocab.clear(); }, "0fModel.dim 2f_ 5"},
-    {"no latent model", [](VelmoraPrivate& e) { e.fModel.dim = 0; }, "4fModel.dim 0f_ 5"},
-    {"no active rule", [](VelmoraPrivate& e) { e.fActive_rules = {}; }, "4fModel.dim 2f_ 0"},
-    {"no stemmer yet", [](VelmoraPrivate& e) { e.fStemmer.reset(); }, "4fModel.dim 2f_ 5"},
-};
-
 TEST_F(Engine, RefusesWhatItCannotMatch) {
-  for (const RefusalCase& c : kRefusals) {
-    SCOPED_TRACE(c.what);
-    Rules sentences = rules;
-    VelmoraPrivate refusing;
-    test::give_model(refusing, folder);
-    refusing.xActiveAllRules();
-    EXPECT_EQ(refusing.getActive_rules(), Ids());
-    refusing.xLoadDialogVectors(sentences);
-    refusing.xActiveAllRules();
-    c.prepare(refusing);
+  engine.xActiveAllRules();
+  EXPECT_EQ(engine.getActive_rules(), Ids());  // nothing compiled yet
+  engine.xLoadDialogVectors(rules);
+  engine.xActiveAllRules();
+  const auto expect_refusal = [&](const std::string& sizes) {
     log.records.clear();
     Matches matches = {{0.5, {1}}};
-    EXPECT_EQ(refusing.xMatchInput("go", matches), -1);
+    EXPECT_EQ(engine.xMatchInput("go", matches), -1);
     EXPECT_EQ(matches, (Matches{{0.5, {1}}}));
-    std::string sizes = c.sizes;
-    sizes.replace(sizes.find("f_"), 2, "fActive_rules.size()");
     EXPECT_EQ(log.lines(), Lines{"2 LibVelmora.Command xMatchInput: fVocab.size() " + sizes});
-  }
+  };
+  engine.fStemmer.reset();  // as before any compilation
+  expect_refusal("4fModel.dim 2fActive_rules.size() 5");
+  engine.fStemmer = std::make_unique<Stemmer>(kLanguage);
+  engine.fModel.dim = 0;
+  expect_refusal("4fModel.dim 0fActive_rules.size() 5");
+  engine.fModel.dim = 2;
+  engine.fActive_rules.clear();
+  expect_refusal("4fModel.dim 2fActive_rules.size() 0");
+  engine.xActiveAllRules();
+  engine.fVocab.clear();
+  expect_refusal("0fModel.dim 2fActive_rules.size() 5");
 }
 
 TEST_F(Engine, MeasuresWordLists) {

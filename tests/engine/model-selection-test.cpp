@@ -11,10 +11,7 @@
 namespace VX::Dialog {
 namespace {
 
-using test::kLanguage;
-using test::LogCapture;
-using test::TemporaryFolder;
-using Lines = std::vector<std::string>;
+using namespace test;
 
 struct RootCase {
   const char* what;
@@ -36,11 +33,11 @@ TEST(SelectModel, TriesTheCallersDirectoryThenTheInstalledData) {
   for (const RootCase& c : kRootCases) {
     SCOPED_TRACE(c.what);
     const TemporaryFolder folder;
-    test::use_installed_data(folder);
-    test::write_model(folder, "own/tst");
+    use_installed_data(folder);
+    write_model(folder, "own/tst");
     folder.write("file/tst", "");
     if (c.installed) {
-      test::write_model(folder, test::kInstalledRoot);
+      write_model(folder, kInstalledRoot);
     }
     const LogCapture log;
     VelmoraPrivate engine;
@@ -50,9 +47,6 @@ TEST(SelectModel, TriesTheCallersDirectoryThenTheInstalledData) {
     EXPECT_EQ(engine.fLanguage, kLanguage);
     EXPECT_EQ(engine.fModelRoot, root);
     EXPECT_EQ(engine.fModelDir, root.empty() ? "" : root + "model/");
-    EXPECT_EQ(engine.fModelFile, root.empty() ? "" : root + "model/model");
-    EXPECT_EQ(engine.fIdfFile, root.empty() ? "" : root + "model/idf");
-    EXPECT_EQ(engine.fDictionaryFile, root.empty() ? "" : root + "model/dictionary");
     EXPECT_EQ(engine.fVocab.size(), c.words);
     Lines lines;
     if (root.empty()) {
@@ -69,9 +63,9 @@ TEST(SelectModel, TriesTheCallersDirectoryThenTheInstalledData) {
 TEST(SelectModel, KeepsTheEarlierModelButForTheLanguageWhenItFails) {
   const TemporaryFolder folder;
   const LogCapture quiet;
-  test::use_installed_data(folder);
+  use_installed_data(folder);
   VelmoraPrivate engine;
-  test::give_model(engine, folder);
+  give_model(engine, folder);
   std::string base = folder.path(), language = "nowhere", deep = base + std::string(300, 'x');
   EXPECT_FALSE(engine.xSetModel(base, language));
   EXPECT_EQ(engine.fLanguage, "nowhere");
@@ -81,31 +75,27 @@ TEST(SelectModel, KeepsTheEarlierModelButForTheLanguageWhenItFails) {
   EXPECT_EQ(engine.fVocab.size(), 4U);
 }
 
-struct MissingFileCase {
-  const char* file;
-  bool loaded;
-  std::size_t words;
-  std::size_t idfs;
-  int dim;                 // 3 in the files that are there
-  Eigen::Index gram_size;  // 2 x 2 before
-};
-
 TEST(LoadSemanticModels, KeepsWhatTheMissingFileWouldHaveReplaced) {
-  const MissingFileCase cases[] = {
-      {"model", false, 1, 1, 2, 2},
-      {"model.conf", true, 1, 1, 3, 2},
-      {"dictionary", true, 0, 1, 3, 3},
-      {"idf", true, 1, 0, 3, 3},
+  struct {
+    const char* file;
+    bool loaded;
+    std::size_t words, idfs;
+    int dim;
+    Eigen::Index gram_size;
+    double gram_corner;
+  } const cases[] = {
+      {"model", false, 1, 1, 2, 2, 1.5},
+      // The factors of before, with the new missing_weight.
+      {"model.conf", true, 1, 1, 3, 2, 3.0},
+      {"dictionary", true, 0, 1, 3, 3, 1.0},
+      {"idf", true, 1, 0, 3, 3, 1.0},
   };
-  for (const MissingFileCase& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.file);
     const TemporaryFolder folder;
     const LogCapture quiet;
     VelmoraPrivate engine;
-    test::give_model(engine, folder);
-    Eigen::MatrixXd gram(2, 2);
-    gram << 1.5, 0.25, 0.25, 1.125;
-    EXPECT_EQ(engine.fModelGram, gram);
+    give_model(engine, folder);
     folder.write("tst/model/dictionary", "run\n");
     folder.write("tst/model/idf", "0 9\n");
     folder.write("tst/model/model", "3\n1\n1\n");
@@ -116,8 +106,7 @@ TEST(LoadSemanticModels, KeepsWhatTheMissingFileWouldHaveReplaced) {
     EXPECT_EQ(engine.fIdf.size(), c.idfs);
     EXPECT_EQ(engine.fModel.dim, c.dim);
     EXPECT_EQ(engine.fModelGram.rows(), c.gram_size);
-    // With the factors of before the product is computed anew, with the new missing_weight.
-    EXPECT_EQ(engine.fModelGram(0, 0), c.loaded && c.gram_size == 2 ? 3.0 : c.loaded ? 1.0 : 1.5);
+    EXPECT_EQ(engine.fModelGram(0, 0), c.gram_corner);
   }
 }
 

@@ -13,18 +13,14 @@
 namespace VX::Dialog {
 namespace {
 
-using test::kLanguage;
-using test::LogCapture;
-using test::TemporaryFolder;
+using namespace test;
 using Applications = std::map<std::string, std::vector<std::string>>;
-using Lines = std::vector<std::string>;
-using Matches = std::vector<std::pair<double, std::vector<int>>>;
 using Named = std::vector<std::pair<double, std::vector<std::string>>>;
 
 class Models : public testing::Test {
  protected:
   Models() {
-    test::use_installed_data(folder);
+    use_installed_data(folder);
     std::filesystem::current_path(folder.path());
   }
   ~Models() override { std::filesystem::current_path("/"); }
@@ -35,7 +31,7 @@ class Models : public testing::Test {
 };
 
 TEST_F(Models, TopicsTakeTheWorkingFolderThenTheInstalledData) {
-  const auto topics = test::many_rules(folder, test::kInstalledRoot);
+  const auto topics = many_rules(folder, kInstalledRoot);
   Matches matches;
   EXPECT_EQ(TopicModel(kLanguage, topics).matchInput("go", matches, ignored), 1);
   EXPECT_EQ(matches.size(), 11U);
@@ -44,10 +40,10 @@ TEST_F(Models, TopicsTakeTheWorkingFolderThenTheInstalledData) {
       log.lines("LibVelmora.Command"),
       Lines{"4 LibVelmora.Command xSetModel: SetModel(): topicmodel.txt/tst/ not found  using "
             "default model " +
-            folder.path(test::kInstalledRoot) + "/"});
-  EXPECT_TRUE(std::filesystem::exists(folder.path(test::kInstalledRoot) + "/model/newindex"));
+            folder.path(kInstalledRoot) + "/"});
+  EXPECT_TRUE(std::filesystem::exists(folder.path(kInstalledRoot) + "/model/newindex"));
   log.records.clear();
-  test::write_model(folder, "topicmodel.txt/tst");
+  write_model(folder, "topicmodel.txt/tst");
   const TopicModel own(kLanguage, topics);
   EXPECT_EQ(log.lines("LibVelmora.Command"), Lines());
   EXPECT_EQ(log.lines("LibVelmora.Model").size(), 2U);  // loaded twice
@@ -65,7 +61,7 @@ TEST_F(Models, TopicsWithoutAModelRefuse) {
 }
 
 TEST_F(Models, ApplicationsAreNumberedByNameAndCutByThreshold) {
-  test::write_model(folder);
+  write_model(folder);
   AppModel model;
   Applications applications = {{"b", {"stop"}}, {"a", {"go"}}, {"c", {"stop"}}};
   ASSERT_TRUE(model.setModel(folder.path(), kLanguage, applications));
@@ -108,7 +104,7 @@ TEST_F(Models, ApplicationsAreNumberedByNameAndCutByThreshold) {
 
 TEST_F(Models, ApplicationsAreCappedAt21Scores) {
   Applications applications;
-  for (const auto& [rule_id, sentences] : test::many_rules(folder)) {
+  for (const auto& [rule_id, sentences] : many_rules(folder)) {
     applications[std::to_string(rule_id)] = sentences;
   }
   AppModel model;
@@ -129,7 +125,7 @@ TEST_F(Models, ApplicationsTellTheirStates) {
   EXPECT_FALSE(model.isReady());
   EXPECT_EQ(model.matchInput("go", matches, 0), -1);
   EXPECT_EQ(log.lines(), warning);
-  test::write_model(folder);
+  write_model(folder);
   EXPECT_TRUE(model.setModel(folder.path(), kLanguage, none));
   EXPECT_TRUE(model.isReady());
   EXPECT_EQ(model.matchInput("go", matches, 0), -1);

@@ -13,10 +13,8 @@
 namespace VX::Dialog {
 namespace {
 
-using test::TemporaryFolder;
-using Rules = std::map<int, std::vector<std::string>>;
+using namespace test;
 using Snapshot = std::map<std::vector<std::string>, std::vector<double>>;
-using Vectors = std::vector<std::vector<double>>;
 
 struct WriterCase {
   const char* what;

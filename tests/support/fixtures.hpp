@@ -8,10 +8,17 @@
 #include <iterator>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 #include <zu/log.hpp>
 
 namespace test {
+
+// The shapes that most tests name.
+using Lines = std::vector<std::string>;
+using Matches = std::vector<std::pair<double, std::vector<int>>>;
+using Rules = std::map<int, std::vector<std::string>>;
+using Vectors = std::vector<std::vector<double>>;
 
 /// A folder of its own for one test.
 class TemporaryFolder {
@@ -109,13 +116,12 @@ inline void use_installed_data(const TemporaryFolder& folder) {
 
 /// Rules 0 to 30 for the model above with a fifth word, "turn": every set of the five words, each
 /// with a score of its own.
-inline std::map<int, std::vector<std::string>> many_rules(const TemporaryFolder& folder,
-                                                          const std::string& root = kLanguage) {
+inline Rules many_rules(const TemporaryFolder& folder, const std::string& root = kLanguage) {
   write_model(folder, root);
   folder.write(root + "/model/dictionary", "go\nstop\nup\nwalk\nturn\n");
   folder.write(root + "/model/model.conf", "5 2\n1 0 \n0 1 \n1 1 \n-1 0.5 \n0.3 -2 \n");
-  const std::vector<std::string> words = {"go", "stop", "up", "walk", "turn"};
-  std::map<int, std::vector<std::string>> rules;
+  const Lines words = {"go", "stop", "up", "walk", "turn"};
+  Rules rules;
   for (unsigned set = 1; set != 1U << words.size(); ++set) {
     for (std::size_t i = 0; i != words.size(); ++i) {
       if ((set >> i) & 1U) {
