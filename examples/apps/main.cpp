@@ -7,8 +7,10 @@
 #include <vector>
 
 #include <velmora/app-model.hpp>
+#include <zu/log.hpp>
 
 int main() {
+  zu::log::setLevel(zu::log::Level::warning);  // the log tells every file that is read
   std::map<std::string, std::vector<std::string>> applications = {
       {"alarm-clock", {"wake me up in the morning", "set the alarm to seven o'clock"}},
       {"camera", {"take a picture", "make a photograph of the family"}},

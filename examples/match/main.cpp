@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <velmora/velmora.hpp>
+#include <zu/log.hpp>
 
 namespace {
 
@@ -45,6 +46,7 @@ void ask(VX::Dialog::Velmora& matcher, const std::string& sentence) {
 }  // namespace
 
 int main() {
+  zu::log::setLevel(zu::log::Level::warning);  // the log tells every file that is read
   VX::Dialog::Velmora matcher;
   std::string unused;
   // A base directory of your own models; without one there the installed models are taken.

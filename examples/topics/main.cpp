@@ -6,8 +6,10 @@
 #include <vector>
 
 #include <velmora/topic-model.hpp>
+#include <zu/log.hpp>
 
 int main() {
+  zu::log::setLevel(zu::log::Level::warning);  // the log tells every file that is read
   const std::map<int, std::vector<std::string>> topics = {
       {1, {"food and drink", "cooking a meal in the kitchen", "bread, meat, fruit and wine"}},
       {2, {"sport and games", "players of a team win the match with the ball"}},

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <velmora/velmora.hpp>
+#include <zu/log.hpp>
 
 namespace {
 
@@ -49,6 +50,7 @@ void warm_start(const Rules& rules, bool compile_new) {
 }  // namespace
 
 int main() {
+  zu::log::setLevel(zu::log::Level::warning);  // the log tells every file that is read
   const Rules rules = {{1, {"Play some music.", "Put on a song."}},
                        {2, {"Open the window.", "Let in some fresh air."}}};
 
