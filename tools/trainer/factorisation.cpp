@@ -225,7 +225,7 @@ MatrixXf solve_side(const SparseRows& rows, const MatrixXf& given, const MatrixX
   MatrixXf whitened = given;
   multiply_columns(whitening, whitened, settings.threads);
 
-  constexpr std::size_t kRowsPerPiece = 64;
+  constexpr std::size_t kRowsPerPiece = 8;
   const std::vector<std::size_t> order = rows_by_falling_size(rows);
   const auto presence_weight = static_cast<float>(1.0 - settings.missing_weight);
   std::vector<RowSolver> solvers(static_cast<std::size_t>(settings.threads),

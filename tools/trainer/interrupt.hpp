@@ -13,7 +13,7 @@ struct Interrupted : std::exception {
   const char* what() const noexcept override { return "interrupted"; }
 };
 
-/// From now on the three signals only set the flag.
+/// From now on the first of each of the three signals only sets the flag; a second one kills.
 void watch_for_interrupts();
 
 /// The signal that has arrived, or 0.

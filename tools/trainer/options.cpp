@@ -3,9 +3,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <iostream>
-#include <limits>
 #include <thread>
 
 namespace velmora::trainer {
@@ -16,31 +15,38 @@ constexpr const char* kDescription =
     "Trains a latent model on text: corpora in, a model directory out.\n"
     "A line of a corpus is a document: text, or label<TAB>text, where the label names the source.";
 
+// Not a number, which no comparison lets through, for a text that is none.
 double number_of(const std::string& text) {
-  std::size_t end = 0;
-  const double number = std::stod(text, &end);
-  return end == text.size() ? number : std::nan("");
+  double number = 0.0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool whole_text = error == std::errc() && end == text.data() + text.size();
+  return whole_text ? number : std::nan("");
 }
 
-// "LABEL=W"; a label may hold an equals sign itself.
-std::string read_label_weight(const std::string& text, std::map<std::string, double>& weights) {
-  const std::size_t sign = text.rfind('=');
-  double weight = std::nan("");
-  try {
-    weight = sign == std::string::npos ? weight : number_of(text.substr(sign + 1));
-  } catch (const std::exception&) {  // no number at all: stays as it is
-  }
-  if (!(weight >= 0.0) || !std::isfinite(weight)) {
-    return "'" + text + "' is not of the form LABEL=W with a number W of 0 or more";
-  }
-  weights[text.substr(0, sign)] = weight;
-  return "";
+CLI::Validator between(double smallest, double largest) {
+  auto check = [smallest, largest](const std::string& text) {
+    const double number = number_of(text);
+    return number >= smallest && number <= largest
+               ? std::string()
+               : "'" + text + "' is no number from " + CLI::detail::to_string(smallest) + " to " +
+                     CLI::detail::to_string(largest);
+  };
+  return CLI::Validator(check, "");
 }
 
 void require(bool condition, const std::string& message) {
   if (!condition) {
     throw CLI::ValidationError(message);
   }
+}
+
+// "LABEL=W"; a label may hold an equals sign itself, or be empty.
+void add_label_weight(const std::string& text, std::map<std::string, double>& weights) {
+  const std::size_t sign = text.rfind('=');
+  const double weight = sign == std::string::npos ? std::nan("") : number_of(text.substr(sign + 1));
+  require(weight >= 0.0 && weight <= 1e6,
+          "--weight: '" + text + "' is not LABEL=W with a number W from 0 to 1e6");
+  weights[text.substr(0, sign)] = weight;
 }
 
 void check_together(const Options& options) {
@@ -51,10 +57,88 @@ void check_together(const Options& options) {
   require(!options.resume || !options.checkpoint.empty(), "--resume needs --checkpoint");
 }
 
-const CLI::Range kAboveZero(std::numeric_limits<double>::min(), 1e12, "a number above 0");
+// What the command line tells in another form than Options holds it.
+struct RawOptions {
+  std::vector<std::string> everyday;
+  std::vector<std::string> label_weights;
+};
 
-CLI::Range whole(double smallest, double largest) {
-  return CLI::Range(smallest, largest);
+void add_input_options(CLI::App& app, Options& options, RawOptions& raw) {
+  app.add_option("CORPUS", options.corpus.files, "Files of text, or of stems")->required();
+  app.add_option("--language", options.corpus.language,
+                 "Language of the stemmer: enu, frf or jpj; words of others are taken as they are")
+      ->type_name("CODE");
+  app.add_option("--stems-only", options.stems_only,
+                 "Only stem: write a line \"label<TAB>stem stem ...\" for each line of the corpora")
+      ->type_name("FILE");
+  app.add_flag("--stemmed", options.corpus.stemmed, "The corpora are such files of stems");
+  app.add_option("--everyday", raw.everyday,
+                 "A source of everyday text: dictionary and idf come from these sources alone "
+                 "(repeatable; without it, from all)")
+      ->type_name("LABEL")
+      ->allow_extra_args(false);
+  app.add_option("--weight", raw.label_weights,
+                 "Weight of the documents of a source (repeatable; 1 for the others)")
+      ->type_name("LABEL=W")
+      ->allow_extra_args(false);
+}
+
+void add_training_options(CLI::App& app, Options& options) {
+  app.option_defaults()->always_capture_default();
+  // The product of words and documents of a shard has to fit an int in the matrix reader.
+  app.add_option("--vocabulary", options.vocabulary, "Most words of the dictionary")
+      ->check(between(2, 100'000))
+      ->type_name("N");
+  app.add_option("--min-count", options.min_count, "Fewest documents that hold a word")
+      ->check(between(1, 1e9))
+      ->type_name("N");
+  app.add_option("--idf-floor", options.idf_floor, "Smallest idf")
+      ->check(between(1e-6, 100))
+      ->type_name("X");
+  app.add_option("--dim", options.factorisation.dim, "Latent dimensions")
+      ->check(between(1, 2000))
+      ->type_name("N");
+  app.add_option("--sweeps", options.sweeps, "Sweeps of alternating least squares")
+      ->check(between(1, 1000))
+      ->type_name("N");
+  app.add_option("--train-lambda", options.factorisation.lambda, "Ridge term of the training")
+      ->check(between(1e-6, 1e9))
+      ->type_name("X");
+  app.add_option("--missing-weight", options.factorisation.missing_weight,
+                 "Weight of the words that a document does not hold")
+      ->check(between(0, 1))
+      ->type_name("X");
+  app.add_option("--seed", options.random_start, "Start of the random numbers")->type_name("N");
+}
+
+void add_output_options(CLI::App& app, Options& options) {
+  app.add_option("--output", options.output, "Model directory to make")->type_name("DIR");
+  app.add_flag("--force", options.force, "Replace a model that lies there");
+  app.option_defaults()->always_capture_default();
+  app.add_option("--lambda", options.model.lambda, "Ridge term at inference")
+      ->check(between(1e-6, 1e9))
+      ->type_name("X");
+  app.add_option("--row-scaling", options.model.row_scaling,
+                 "The vector p of each word becomes p / |p|^X")
+      ->check(between(0, 1))
+      ->type_name("X");
+  app.add_option("--digits", options.model.digits,
+                 "Factors as integers of 1 or 2 digits, or with 6 significant digits")
+      ->check(CLI::IsMember({1, 2, 6}).description(""))
+      ->type_name("1|2|6");
+}
+
+void add_run_options(CLI::App& app, Options& options) {
+  app.add_option("--threads", options.corpus.threads, "Threads; the model does not depend on it")
+      ->check(between(1, 256))
+      ->type_name("N");
+  app.option_defaults()->always_capture_default(false);
+  app.add_option("--checkpoint", options.checkpoint, "Save the factors here after each sweep")
+      ->type_name("FILE");
+  app.add_flag("--resume", options.resume, "Go on from the checkpoint, if there is one");
+  app.add_option("--keep-work", options.keep_work, "Keep the stage files in this directory")
+      ->type_name("DIR");
+  app.add_flag("--quiet", options.quiet, "No progress, only errors");
 }
 
 }  // namespace
@@ -62,94 +146,21 @@ CLI::Range whole(double smallest, double largest) {
 ParsedOptions parse_options(int argc, char** argv) {
   ParsedOptions parsed;
   Options& options = parsed.options;
-  const unsigned cores = std::thread::hardware_concurrency();
-  options.corpus.threads = static_cast<int>(std::max(1U, cores));
+  options.corpus.threads =
+      static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, 256U));
 
   CLI::App app(kDescription, "velmora-train");
   app.set_version_flag("--version", "velmora-train " VELMORA_TRAIN_VERSION);
-  app.option_defaults()->always_capture_default();
-
-  app.add_option("CORPUS", options.corpus.files, "Corpora")->required();
-  app.add_option("--language", options.corpus.language,
-                 "Language of the stemmer: enu, frf, jpj; others get words without stemming");
-  app.add_option("--output", options.output, "Model directory to make");
-  app.add_flag("--force", options.force, "Replace a model that lies there");
-
-  const char* stems = "Stems";
-  app.add_option("--stems-only", options.stems_only,
-                 "Only stem the corpora: write a line label<TAB>stem stem ... for each line")
-      ->group(stems);
-  app.add_flag("--stemmed", options.corpus.stemmed, "The corpora are such files of stems")
-      ->group(stems);
-
-  const char* words = "Words";
-  app.add_option("--vocabulary", options.vocabulary, "Most words of the dictionary")
-      ->check(whole(2, 10'000'000))
-      ->group(words);
-  app.add_option("--min-count", options.min_count, "Fewest documents that hold a word")
-      ->check(whole(1, 1e9))
-      ->group(words);
-  std::vector<std::string> everyday;
-  app.add_option("--everyday", everyday,
-                 "LABEL of a source of everyday text: dictionary and idf come from these alone "
-                 "(repeatable; default: all sources)")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->group(words);
-  app.add_option("--idf-floor", options.idf_floor, "Smallest idf")->check(kAboveZero)->group(words);
-
-  const char* training = "Training";
-  std::vector<std::string> label_weights;
-  app.add_option("--weight", label_weights,
-                 "LABEL=W: weight of the documents of a source (repeatable; default 1)")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->group(training);
-  app.add_option("--dim", options.factorisation.dim, "Latent dimensions")
-      ->check(whole(1, 2000))
-      ->group(training);
-  app.add_option("--sweeps", options.sweeps, "Sweeps of least squares")
-      ->check(whole(1, 1000))
-      ->group(training);
-  app.add_option("--train-lambda", options.factorisation.lambda, "Ridge term of the training")
-      ->check(kAboveZero)
-      ->group(training);
-  app.add_option("--missing-weight", options.factorisation.missing_weight,
-                 "Weight of a word that a document does not hold")
-      ->check(CLI::Range(0.0, 1.0))
-      ->group(training);
-  app.add_option("--seed", options.random_start, "Start of the random numbers")->group(training);
-  app.add_option("--threads", options.corpus.threads, "Threads; the model does not depend on it")
-      ->check(whole(1, 256))
-      ->group(training);
-  app.add_option("--checkpoint", options.checkpoint, "Save the factors here after each sweep")
-      ->group(training);
-  app.add_flag("--resume", options.resume, "Go on from the checkpoint")->group(training);
-
-  const char* model = "Model files";
-  app.add_option("--lambda", options.model.lambda, "Ridge term at inference")
-      ->check(kAboveZero)
-      ->group(model);
-  app.add_option("--row-scaling", options.model.row_scaling,
-                 "E: each word vector p becomes p / |p|^E")
-      ->check(CLI::Range(0.0, 1.0))
-      ->group(model);
-  app.add_option("--digits", options.model.digits,
-                 "1 or 2: factors as integers of so many digits; 6: six significant digits")
-      ->check(CLI::IsMember({1, 2, 6}))
-      ->group(model);
-
-  const char* run = "Run";
-  app.add_option("--keep-work", options.keep_work, "Keep the stage files in this directory")
-      ->group(run);
-  app.add_flag("--quiet", options.quiet, "No progress, only errors")->group(run);
-
+  RawOptions raw;
+  add_input_options(app, options, raw);
+  add_output_options(app, options);
+  add_training_options(app, options);
+  add_run_options(app, options);
   try {
     app.parse(argc, argv);
-    options.everyday.insert(everyday.begin(), everyday.end());
-    for (const std::string& text : label_weights) {
-      const std::string error = read_label_weight(text, options.label_weights);
-      require(error.empty(), "--weight: " + error);
+    options.everyday.insert(raw.everyday.begin(), raw.everyday.end());
+    for (const std::string& text : raw.label_weights) {
+      add_label_weight(text, options.label_weights);
     }
     check_together(options);
   } catch (const CLI::ParseError& error) {

@@ -186,7 +186,7 @@ Eigen::MatrixXf run_sweeps(const Options& options, const TrainingCorpus& corpus)
   const auto sweeps = static_cast<std::uint64_t>(options.sweeps);
   const double work = sweep_work(corpus, options.factorisation);
   Progress progress(options.quiet, "training", work * static_cast<double>(sweeps - state.sweeps));
-  if (state.sweeps != 0) {
+  if (options.resume) {
     progress.say("training: going on after sweep " + std::to_string(state.sweeps));
   }
   while (state.sweeps != sweeps) {
@@ -201,6 +201,24 @@ Eigen::MatrixXf run_sweeps(const Options& options, const TrainingCorpus& corpus)
   }
   progress.finish("");
   return std::move(state.word_factors);
+}
+
+// A checkpoint that can't be written is better told now than after the first sweep.
+void check_checkpoint_place(const Options& options) {
+  if (!options.checkpoint.empty()) {
+    const ReplacedFile probe(options.checkpoint);
+  }
+}
+
+void tell_words_without_factors(const Options& options, const Eigen::MatrixXd& word_factors) {
+  Eigen::Index empty = 0;
+  for (Eigen::Index word = 0; word != word_factors.cols(); ++word) {
+    empty += word_factors.col(word).isZero(0.0) ? 1 : 0;
+  }
+  if (empty != 0 && !options.quiet) {
+    std::fprintf(stderr, "note: %ld words have factors of 0 alone and will not count\n",
+                 static_cast<long>(empty));
+  }
 }
 
 fs::path make_work_directory(const Options& options, const fs::path& model_directory) {
@@ -234,6 +252,7 @@ void write_stems(const Options& options) {
 
 void train_model(const Options& options) {
   quieten_library();
+  check_checkpoint_place(options);
   OutputDirectory output(options.output, options.force);
   const fs::path work_directory = make_work_directory(options, output.path());
   const fs::path stems_path = work_directory / "stems";
@@ -249,7 +268,9 @@ void train_model(const Options& options) {
   }
 
   const Eigen::MatrixXf word_factors = run_sweeps(options, corpus);
-  write_model(scale_factors(word_factors, options.model), options.model, output.path());
+  const ScaledFactors scaled = scale_factors(word_factors, options.model);
+  tell_words_without_factors(options, scaled.word_factors);
+  write_model(scaled, options.model, output.path());
   output.publish();
 }
 

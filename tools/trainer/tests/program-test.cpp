@@ -1,0 +1,199 @@
+// The program as a user meets it: what it makes, what it says, and what it leaves behind.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+#include "random.hpp"
+#include "temporary-directory.hpp"
+
+namespace velmora::trainer {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A corpus of stems with everything double, from two sources: words of ten topics, picked at
+// random.
+std::string many_stems(int documents) {
+  std::string text;
+  for (int document = 0; document != documents; ++document) {
+    std::string line = document % 3 == 0 ? "talk\t" : "book\t";
+    for (int word = 0; word != 3 + document % 9; ++word) {
+      const std::uint64_t bits = random_bits(3, static_cast<std::uint64_t>(document * 16 + word));
+      line += "w" +
+              std::to_string(bits % 3 == 0 ? bits / 3 % 400
+                                           : document % 10 * 40 + static_cast<int>(bits / 3 % 20)) +
+              " ";
+    }
+    text += line + "\n";
+  }
+  return text + text;
+}
+
+class Program : public testing::Test {
+ protected:
+  // Runs `velmora-train <arguments>` in the directory of the test; returns the exit status, and
+  // what it wrote to standard error in `said`.
+  int run(const std::string& arguments, const std::string& before = "") {
+    const std::string command = "cd " + directory.string() + " && " + before +
+                                " " VELMORA_TRAIN " " + arguments + " 2>said";
+    const int status = std::system(command.c_str());
+    said = content_of(directory / "said");
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+  // Nothing but what the test itself put there.
+  void expect_only(std::set<std::string> names) {
+    names.insert("said");
+    std::set<std::string> found;
+    for (const auto& entry : fs::directory_iterator(directory.string())) {
+      found.insert(entry.path().filename().string());
+    }
+    EXPECT_EQ(found, names);
+  }
+
+  std::string model_of(const std::string& name) {
+    std::string files;
+    for (const char* file : {"dictionary", "idf", "model", "model.conf"}) {
+      EXPECT_TRUE(fs::is_regular_file(directory / name / file)) << name << "/" << file;
+      files += content_of(directory / name / file) + "\f";
+    }
+    return files;
+  }
+
+  TemporaryDirectory directory;
+  std::string said;
+};
+
+TEST_F(Program, ThreadsAndInterruptionsGiveTheSameModel) {
+  directory.write("corpus", many_stems(1500));
+  const std::string common = "--stemmed corpus --dim 20 --weight talk=3 --everyday talk ";
+  ASSERT_EQ(run(common + "--threads 1 --output one"), 0) << said;
+  EXPECT_THAT(said, testing::HasSubstr("sweep 3 of 3: objective "));
+  const std::string model = model_of("one");
+  ASSERT_EQ(run(common + "--threads 3 --output three --quiet --keep-work work"), 0) << said;
+  EXPECT_EQ(said, "");
+  EXPECT_EQ(model_of("three"), model);
+  EXPECT_TRUE(fs::exists(directory / "work" / "shard-00000.matrix"));
+
+  ASSERT_EQ(run(common + "--sweeps 1 --checkpoint point --output early"), 0) << said;
+  EXPECT_NE(model_of("early"), model);
+  ASSERT_EQ(run(common + "--checkpoint point --resume --output resumed"), 0) << said;
+  EXPECT_EQ(model_of("resumed"), model);
+  ASSERT_EQ(run(common + "--checkpoint point --resume --seed 2 --output other"), 1);
+  EXPECT_THAT(said, testing::HasSubstr("belongs to other corpora or other settings"));
+  ASSERT_EQ(run(common + "--seed 2 --output other"), 0) << said;
+  EXPECT_NE(model_of("other"), model);
+  expect_only({"corpus", "one", "three", "work", "early", "point", "resumed", "other"});
+}
+
+TEST_F(Program, TextAndItsStemsGiveTheSameModel) {
+  directory.write("text", "a\tSwitch on the lights.\na\tThe lights are on!\nb\tswitch it off\n");
+  ASSERT_EQ(run("--language enu --stems-only stems text"), 0) << said;
+  EXPECT_EQ(content_of(directory / "stems"),
+            "a\tswitch on the light\na\tthe light are on\nb\tswitch it off\n");
+  ASSERT_EQ(run("--language enu --dim 2 --min-count 1 --output a text"), 0) << said;
+  ASSERT_EQ(run("--stemmed --dim 2 --min-count 1 --output b stems"), 0) << said;
+  EXPECT_EQ(model_of("a"), model_of("b"));
+  EXPECT_EQ(content_of(directory / "a" / "dictionary"), "are\nit\nlight\noff\non\nswitch\nthe\n");
+}
+
+struct FailureCase {
+  const char* arguments;
+  int status;
+  const char* message;
+};
+
+const FailureCase kFailureCases[] = {
+    {"", 2, "CORPUS is required"},
+    {"--output new corpus", 2, "--language is required"},
+    {"--stemmed corpus", 2, "one of --output and --stems-only"},
+    {"--stemmed --output new --resume corpus", 2, "--resume needs --checkpoint"},
+    {"--stemmed --output new --dim 0 corpus", 2, "'0' is no number from 1 to 2000"},
+    {"--stemmed --output new --lambda nan corpus", 2, "'nan' is no number"},
+    {"--stemmed --output new --weight talk corpus", 2, "'talk' is not LABEL=W"},
+    {"--stemmed --output new --bogus corpus", 2, "--bogus"},
+    {"--stemmed --output new absent", 1, "absent: No such file or directory"},
+    {"--stemmed --output new .", 1, "Is a directory"},
+    {"--stemmed --output new empty", 1, "the corpora hold no words"},
+    {"--stemmed --output new tabs", 1, "line 2: a word holds white space"},
+    {"--stemmed --output new --min-count 99999 corpus", 1, "fewer than two words"},
+    {"--stemmed --output new --min-count 1 single", 1, "no document holds two words"},
+    {"--stemmed --output new --everyday tlak corpus", 1, "no document has the label \"tlak\""},
+    {"--stemmed --output new --weight talk=0 --weight book=0 corpus", 1, "weight 0"},
+    {"--stemmed --output absent/new corpus", 1, "absent is no directory"},
+    {"--stemmed --output corpus corpus", 1, "a file of that name is there"},
+    {"--stemmed --output model corpus", 1, "--force replaces a model"},
+    {"--stemmed --output . --force corpus", 1, "which belongs to no model; not replaced"},
+    {"--stemmed --output new --keep-work . corpus", 1, "it is not empty"},
+    {"--stemmed --output new --checkpoint absent/point corpus", 1, "absent/point"},
+    {"--stemmed --output new --checkpoint corpus --resume corpus", 1, "is no checkpoint"},
+    {"--stemmed --stems-only /dev/full corpus", 1, "No space left on device"},
+};
+
+TEST_F(Program, FailuresAreToldAndLeaveNothing) {
+  directory.write("corpus", many_stems(300));
+  directory.write("empty", "a\t\n\n");
+  directory.write("tabs", "a\tb\na\tb\tc\n");
+  directory.write("single", "a\tgo\na\tup\n");
+  ASSERT_EQ(run("--stemmed --dim 5 --output model corpus"), 0) << said;
+  const std::string model = model_of("model");
+  for (const FailureCase& c : kFailureCases) {
+    SCOPED_TRACE(c.arguments);
+    EXPECT_EQ(run(c.arguments), c.status);
+    EXPECT_THAT(said, testing::HasSubstr(c.message));
+    expect_only({"corpus", "empty", "tabs", "single", "model"});
+  }
+  EXPECT_EQ(model_of("model"), model);
+  EXPECT_EQ(run("--stemmed --dim 6 --output model/ --force corpus"), 0) << said;
+  EXPECT_NE(model_of("model"), model);
+}
+
+// A limit on the size of files stands for a full disk: every write beyond it fails. As the limit
+// grows it strikes at later and larger files, the last of which is told.
+TEST_F(Program, AFullDiskAtAnyMomentLeavesNoModel) {
+  directory.write("corpus", many_stems(1500));
+  const std::pair<std::string, std::string> last_files[] = {
+      {"--dim 200", "\"model.conf\""}, {"--dim 90 --checkpoint point", "point.partial"}};
+  for (const auto& [arguments, last_file] : last_files) {
+    SCOPED_TRACE(arguments);
+    std::string last_message;
+    int status = 1;
+    for (int blocks = 1; status == 1 && blocks < 10000; blocks = blocks * 9 / 8 + 1) {
+      last_message = said;
+      status = run("--stemmed --quiet --sweeps 1 --output new corpus " + arguments,
+                   "trap '' XFSZ; ulimit -f " + std::to_string(blocks) + ";");
+      if (status == 1) {
+        EXPECT_THAT(said, testing::AnyOf(testing::HasSubstr("File too large"),
+                                         testing::HasSubstr("is the disk full?")));
+        expect_only({"corpus"});
+      }
+    }
+    EXPECT_EQ(status, 0);
+    EXPECT_THAT(last_message, testing::HasSubstr(last_file));
+    model_of("new");
+    fs::remove_all(directory / "new");
+  }
+}
+
+TEST_F(Program, ASignalEndsTheRunAndKeepsTheCheckpoint) {
+  directory.write("corpus", many_stems(1500));
+  const std::string common =
+      "--stemmed --dim 20 --checkpoint point --sweeps 1000 --output new corpus";
+  for (const char* signal : {"INT", "TERM"}) {
+    fs::remove(directory / "point");
+    const std::string watch =
+        "while [ ! -e point ]; do sleep 0.05; done; kill -" + std::string(signal) + " $program";
+    const int status =
+        std::system(("cd " + directory.string() + " && { " VELMORA_TRAIN " " + common +
+                     " 2>said & program=$!; " + watch + "; wait $program; }")
+                        .c_str());
+    EXPECT_EQ(WEXITSTATUS(status), signal == std::string("INT") ? 130 : 143);
+    EXPECT_THAT(content_of(directory / "said"), testing::HasSubstr("interrupted, nothing written"));
+    expect_only({"corpus", "point"});
+  }
+}
+
+}  // namespace
+}  // namespace velmora::trainer
