@@ -14,9 +14,9 @@
 #include "engine/velmora-private.hpp"
 #include "support/fixtures.hpp"
 
-namespace VX::Dialog {
 namespace {
 
+using namespace VX::Dialog;
 using namespace test;
 
 class RandomInput {
@@ -60,27 +60,18 @@ class RandomInput {
         Eigen::MatrixXd::NullaryExpr(model.dim, words, [&] { return scale * (below(13) - 6); });
     engine.fModelGram =
         model.missing_weight * (model.word_factors * model.word_factors.transpose());
-    const int damage = below(12);
-    if (damage == 0) {
-      model.word_factors.conservativeResize(model.dim + 1, words);
-    } else if (damage == 1) {
-      model.word_factors.conservativeResize(model.dim, words / 2);
-    } else if (damage == 2) {
-      engine.fModelGram.conservativeResize(model.dim, model.dim - 1);
-    } else if (damage == 3) {
-      model.dim = -1;
-    }
+    // Now and then the shapes do not agree.
+    model.word_factors.conservativeResize(model.dim + once_in(12), once_in(12) ? words / 2 : words);
+    engine.fModelGram.conservativeResize(model.dim, model.dim - once_in(12));
+    model.dim = once_in(12) ? -1 : model.dim;
   }
 
   Rules rules(int words) {
     Rules rules;
     int rule_id = -2;
     for (int count = below(40); count > 0; --count) {
-      std::vector<std::string> sentences = {sentence(words), sentence(words)};
-      if (!rules.empty() && once_in(5)) {
-        sentences = rules.rbegin()->second;
-      }
-      rules[rule_id] = sentences;
+      const Lines fresh = {sentence(words), sentence(words)};
+      rules.emplace(rule_id, rules.empty() || !once_in(5) ? fresh : rules.rbegin()->second);
       rule_id += 1 + below(3);
     }
     return rules;
@@ -188,4 +179,3 @@ TEST(Chain, GivesWhatTheEngineGives) {
 }
 
 }  // namespace
-}  // namespace VX::Dialog

@@ -8,29 +8,26 @@
 #include "engine/velmora-private.hpp"
 #include "support/fixtures.hpp"
 
-namespace VX::Dialog {
 namespace {
 
+using namespace VX::Dialog;
 using namespace test;
 
-struct RootCase {
-  const char* what;
-  const char* base;  // below the folder
-  bool installed;
-  const char* root;  // below the folder; empty when there is none
-  std::size_t words;
-};
-
-const RootCase kRootCases[] = {
-    {"the caller's directory wins", "own", true, "own/tst/", 4},
-    {"the base is not normalised", "own/", false, "own//tst/", 4},
-    {"a plain file counts as found", "file", true, "file/tst/", 0},
-    {"installed data otherwise", "none", true, "data/dialog/velmora/data/tst/", 4},
-    {"nothing anywhere", "none", false, "", 0},
-};
-
 TEST(SelectModel, TriesTheCallersDirectoryThenTheInstalledData) {
-  for (const RootCase& c : kRootCases) {
+  struct {
+    const char* what;
+    const char* base;
+    bool installed;
+    const char* root;  // empty when there is none
+    std::size_t words;
+  } const cases[] = {
+      {"the caller's directory wins", "own", true, "own/tst/", 4},
+      {"the base is not normalised", "own/", false, "own//tst/", 4},
+      {"a plain file counts as found", "file", true, "file/tst/", 0},
+      {"installed data otherwise", "none", true, "data/dialog/velmora/data/tst/", 4},
+      {"nothing anywhere", "none", false, "", 0},
+  };
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     const TemporaryFolder folder;
     use_installed_data(folder);
@@ -46,7 +43,6 @@ TEST(SelectModel, TriesTheCallersDirectoryThenTheInstalledData) {
     EXPECT_EQ(engine.xSetModel(base, language), !root.empty());
     EXPECT_EQ(engine.fLanguage, kLanguage);
     EXPECT_EQ(engine.fModelRoot, root);
-    EXPECT_EQ(engine.fModelDir, root.empty() ? "" : root + "model/");
     EXPECT_EQ(engine.fVocab.size(), c.words);
     Lines lines;
     if (root.empty()) {
@@ -111,4 +107,3 @@ TEST(LoadSemanticModels, KeepsWhatTheMissingFileWouldHaveReplaced) {
 }
 
 }  // namespace
-}  // namespace VX::Dialog

@@ -10,9 +10,9 @@
 #include "models/app-model-private.hpp"
 #include "support/fixtures.hpp"
 
-namespace VX::Dialog {
 namespace {
 
+using namespace VX::Dialog;
 using namespace test;
 using Applications = std::map<std::string, std::vector<std::string>>;
 using Named = std::vector<std::pair<double, std::vector<std::string>>>;
@@ -41,7 +41,6 @@ TEST_F(Models, TopicsTakeTheWorkingFolderThenTheInstalledData) {
       Lines{"4 LibVelmora.Command xSetModel: SetModel(): topicmodel.txt/tst/ not found  using "
             "default model " +
             folder.path(kInstalledRoot) + "/"});
-  EXPECT_TRUE(std::filesystem::exists(folder.path(kInstalledRoot) + "/model/newindex"));
   log.records.clear();
   write_model(folder, "topicmodel.txt/tst");
   const TopicModel own(kLanguage, topics);
@@ -102,33 +101,21 @@ TEST_F(Models, ApplicationsAreNumberedByNameAndCutByThreshold) {
   EXPECT_EQ(all[2].second, (std::vector<std::string>{"z"}));
 }
 
-TEST_F(Models, ApplicationsAreCappedAt21Scores) {
-  Applications applications;
-  for (const auto& [rule_id, sentences] : many_rules(folder)) {
-    applications[std::to_string(rule_id)] = sentences;
-  }
-  AppModel model;
-  ASSERT_TRUE(model.setModel(folder.path(), kLanguage, applications));
-  Named matches;
-  EXPECT_EQ(model.matchInput("go", matches, -2), 1);
-  EXPECT_EQ(matches.size(), 21U);
-  EXPECT_EQ(AppModelPrivate(kLanguage).fMaxResults, 10);
-  EXPECT_EQ(AppModelPrivate(kLanguage).fLanguage, kLanguage);
-}
-
 TEST_F(Models, ApplicationsTellTheirStates) {
   AppModel model;
   Applications none, one = {{"a", {"go"}}};
   Named matches;
-  const Lines warning = {"3 Dialog.AppModel.personnalData matchInput: no application indexed"};
-  const Lines refusal = {"2 LibAppModel.Command xMatchInput: fVocab.size() 0fModel.dim 0"};
   EXPECT_FALSE(model.isReady());
   EXPECT_EQ(model.matchInput("go", matches, 0), -1);
-  EXPECT_EQ(log.lines(), warning);
+  EXPECT_EQ(log.lines(),
+            Lines{"3 Dialog.AppModel.personnalData matchInput: no application indexed"});
   write_model(folder);
   EXPECT_TRUE(model.setModel(folder.path(), kLanguage, none));
   EXPECT_TRUE(model.isReady());
   EXPECT_EQ(model.matchInput("go", matches, 0), -1);
+
+  EXPECT_EQ(AppModelPrivate().fMaxResults, 20);
+  EXPECT_EQ(AppModelPrivate(kLanguage).fMaxResults, 10);
 
   AppModel failed;
   log.records.clear();
@@ -139,7 +126,7 @@ TEST_F(Models, ApplicationsTellTheirStates) {
                   zu::path::findData("dialog", "velmora/data/nowhere/")});
   log.records.clear();
   EXPECT_EQ(failed.matchInput("go", matches, 0), 1);
-  EXPECT_EQ(log.lines(), refusal);
+  EXPECT_EQ(log.lines(), Lines{"2 LibAppModel.Command xMatchInput: fVocab.size() 0fModel.dim 0"});
   // A place without the scalar file is found, and the second load fails.
   std::filesystem::remove(folder.path("tst/model/model"));
   EXPECT_FALSE(failed.setModel(folder.path(), kLanguage, one));
@@ -147,4 +134,3 @@ TEST_F(Models, ApplicationsTellTheirStates) {
 }
 
 }  // namespace
-}  // namespace VX::Dialog
