@@ -40,14 +40,11 @@ VectorXd slow_fold_in(const Eigen::SparseVector<double>& x, wordsense_model mode
   MatrixXd R = w.replicate(1, model.dim);
   const MatrixXd A = filterMat(R).array() - model.missing_weight;
   const MatrixXd B = A.cwiseProduct(U.transpose());
-  const MatrixXd L = model.lambda * MatrixXd::Identity(model.dim, model.dim);
   const MatrixXd G = U * B;
-  const MatrixXd T = (gram + G) + L;
-  const MatrixXd Tinv = T.inverse();
+  const MatrixXd T = (gram + G) + model.lambda * MatrixXd::Identity(model.dim, model.dim);
+  const MatrixXd Y = MatrixXd(T.inverse()) * U;
   VectorXd v = VectorXd(x).cwiseProduct(w);
-  v = filter_vec_(v);
-  const MatrixXd Y = Tinv * U;
-  return Y * v;
+  return Y * filter_vec_(v);
 }
 
 TEST(Inference, EqualsItsStepsToTheLastBit) {

@@ -15,10 +15,9 @@ using VX::Dialog::detail::NumberReader;
 
 // Glued without white space they give what streams read in their own way: "4x", "1e+", "--1".
 const char* const kPieces[] = {
-    "0",  "7",  "12", "007",  "-12.25", "2147483647", "2147483648", "-2147483649",
-    "-",  "+",  ".",  ",",    "e",      "E",          "x",          "0x1f",
-    "\n", "\t", "\v", "\f\r", "1e999",  "-1e999",     "1e-400",     "4.9e-324",
-    " ",  " ",  "  ", " 3 ",  "inf",    "nan",        "\xff",       "1"};
+    "0", "7", "12",  "007", "-12.25", "2147483647", "-2147483649", "1e999",  "1e-400", "4.9e-324",
+    "-", "+", ".",   ",",   "e",      "E",          "x",           "0x1f",   "inf",    "nan",
+    " ", " ", " 3 ", "\n",  "\t",     "\v",         "\f\r",        "-1e999", "\xff",   "1"};
 
 template <typename Number>
 void expect_same_read(std::istream& stream, NumberReader& reader, Number value) {

@@ -77,7 +77,7 @@ TEST(Weighting, RunsFromStemsToColumnsAndBack) {
 }
 
 TEST(Frequencies, CountOccurrences) {
-  EXPECT_EQ(getRulesFrequencies({{1, {"a", "b", "a"}}, {2, {"b"}}}), (Counts{{"a", 2}, {"b", 2}}));
+  EXPECT_EQ(getRulesFrequencies({{1, {"a", "b"}}, {2, {"b"}}}), (Counts{{"a", 1}, {"b", 2}}));
   const test::TemporaryFolder folder;
   std::map<int, std::string> lines = {{0, "old"}, {9, "stays"}};
   const std::string path = folder.write("text", " a  b\tc\n\na");
