@@ -37,6 +37,7 @@ void BM_Compile(benchmark::State& state) {
 BENCHMARK(BM_Compile)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1)
+    ->Repetitions(3)
     ->Args({5'000, 20'000})
     ->Args({10'000, 20'000});
 
@@ -60,6 +61,7 @@ void BM_WarmStart(benchmark::State& state) {
 BENCHMARK(BM_WarmStart)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1)
+    ->Repetitions(3)
     ->Args({0, 0})
     ->Args({1, 0})
     ->Args({1, 100});

@@ -26,7 +26,9 @@ target_compile_options(velmora_compile_options INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
   # The same files and sentences give the same scores on every machine: no value may depend on contraction or on
   # reordered additions.
-  -ffp-contract=off -fno-fast-math)
+  -ffp-contract=off -fno-fast-math
+  # Nothing here asks errno about a square root, and several can be taken at once without it.
+  -fno-math-errno)
 if(VELMORA_SANITIZE)
   target_compile_options(velmora_compile_options INTERFACE
     -fsanitize=${VELMORA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -1,5 +1,6 @@
 #include "scoring.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -11,11 +12,14 @@ namespace {
 constexpr std::size_t kRowsAtOnce = 4;
 constexpr int kNotScored = -1;
 
+// Two rows side by side in one register of the baseline instruction set.
+using Pair = double __attribute__((vector_size(16)));
+
 // Sums over one query and kRowsAtOnce rows of n values, each in index order. The rows are
 // independent of one another, so nothing is reassociated.
 struct RowSums {
-  std::array<double, kRowsAtOnce> dot{};
-  std::array<double, kRowsAtOnce> square{};
+  std::array<double, kRowsAtOnce> dot;
+  std::array<double, kRowsAtOnce> square;
 };
 
 RowSums row_sums(const std::array<const double*, kRowsAtOnce>& rows, const double* query,
@@ -24,85 +28,77 @@ RowSums row_sums(const std::array<const double*, kRowsAtOnce>& rows, const doubl
   const double* const b = rows[1];
   const double* const c = rows[2];
   const double* const d = rows[3];
-  RowSums sums;
+  Pair dot_ab = {};
+  Pair dot_cd = {};
+  Pair square_ab = {};
+  Pair square_cd = {};
   for (std::size_t i = 0; i != n; ++i) {
-    const std::array<double, kRowsAtOnce> x = {a[i], b[i], c[i], d[i]};
-    for (std::size_t r = 0; r != kRowsAtOnce; ++r) {
-      sums.dot[r] += x[r] * query[i];
-      sums.square[r] += x[r] * x[r];
-    }
+    const Pair q = {query[i], query[i]};
+    const Pair ab = {a[i], b[i]};
+    const Pair cd = {c[i], d[i]};
+    dot_ab += ab * q;
+    dot_cd += cd * q;
+    square_ab += ab * ab;
+    square_cd += cd * cd;
   }
-  return sums;
+  return {{dot_ab[0], dot_ab[1], dot_cd[0], dot_cd[1]},
+          {square_ab[0], square_ab[1], square_cd[0], square_cd[1]}};
 }
 
-double cosine_of_sums(double dot, double first_square, double second_square) {
-  // Exactly 0 also for a zero vector, so nothing is divided by 0.
-  return dot == 0.0 ? 0.0 : dot / std::sqrt(first_square) / std::sqrt(second_square);
-}
-
-// Squared length of the first n values of the query; n is the same for all rows but in damaged
-// tables, so the last one is remembered.
-class QuerySquares {
- public:
-  explicit QuerySquares(const std::vector<double>& query) : query_(query) {}
-
-  double up_to(std::size_t n) {
-    if (n != size_) {
-      size_ = n;
-      square_ = 0.0;
-      for (std::size_t i = 0; i != n; ++i) {
-        square_ += query_[i] * query_[i];
-      }
-    }
-    return square_;
-  }
-
- private:
-  const std::vector<double>& query_;
-  std::size_t size_ = 0;
-  double square_ = 0.0;
-};
-
-// Scores up to kRowsAtOnce rows of one length.
+// Scores rows of one length, kRowsAtOnce at a time.
 class RowBatch {
  public:
   RowBatch(const std::vector<double>& query, std::vector<double>& scores)
-      : query_(query), squares_(query), scores_(scores) {}
+      : query_(query), scores_(scores) {}
 
   void add(const std::vector<double>& row, std::size_t place) {
     if (row.empty() || row.size() > query_.size()) {
       scores_[place] = 0.0;  // nothing to compare, or nothing to compare it with
       return;
     }
-    if (row.size() != size_ || count_ == kRowsAtOnce) {
+    if (row.size() != size_) {
       flush();
       size_ = row.size();
+      query_norm_ = norm_of_query(size_);
     }
     rows_[count_] = row.data();
     places_[count_] = place;
-    ++count_;
+    if (++count_ == kRowsAtOnce) {
+      flush();
+    }
   }
 
   void flush() {
     if (count_ == 0) {
       return;
     }
-    for (std::size_t r = count_; r != kRowsAtOnce; ++r) {
-      rows_[r] = rows_[0];
-    }
+    std::fill(rows_.begin() + static_cast<std::ptrdiff_t>(count_), rows_.end(), rows_[0]);
     const RowSums sums = row_sums(rows_, query_.data(), size_);
-    const double query_square = squares_.up_to(size_);
+    std::array<double, kRowsAtOnce> scores;
+    for (std::size_t r = 0; r != kRowsAtOnce; ++r) {
+      scores[r] = sums.dot[r] / std::sqrt(sums.square[r]) / query_norm_;
+    }
     for (std::size_t r = 0; r != count_; ++r) {
-      scores_[places_[r]] = cosine_of_sums(sums.dot[r], sums.square[r], query_square);
+      // Exactly 0 also for a zero vector, whatever the division made of it.
+      scores_[places_[r]] = sums.dot[r] == 0.0 ? 0.0 : scores[r];
     }
     count_ = 0;
   }
 
  private:
+  // The norm of the first n values, summed in index order as for every row.
+  double norm_of_query(std::size_t n) const {
+    double square = 0.0;
+    for (std::size_t i = 0; i != n; ++i) {
+      square += query_[i] * query_[i];
+    }
+    return std::sqrt(square);
+  }
+
   const std::vector<double>& query_;
-  QuerySquares squares_;
   std::vector<double>& scores_;
-  std::size_t size_ = 0;
+  std::size_t size_ = 0;  // of the rows of the batch
+  double query_norm_ = 0.0;
   std::size_t count_ = 0;
   std::array<const double*, kRowsAtOnce> rows_{};
   std::array<std::size_t, kRowsAtOnce> places_{};
@@ -164,12 +160,13 @@ std::map<double, std::vector<int>> best_scores(const VectorTable& vectors,
   }
   const std::vector<double> scores = score_rows(vectors, query, found.rows);
   std::map<double, std::vector<int>> best;
+  double lowest = 0.0;  // score of the lowest group, once there are `limit`
   bool dropped = false;
   for (std::size_t place = 0; place != scores.size(); ++place) {
     const double score = scores[place];
     if (best.size() == limit) {
       // A group once dropped never comes back: only better ones dropped it.
-      if (score < best.begin()->first) {
+      if (score < lowest) {
         dropped = true;
         continue;
       }
@@ -183,6 +180,7 @@ std::map<double, std::vector<int>> best_scores(const VectorTable& vectors,
       best.erase(best.begin());
       dropped = true;
     }
+    lowest = best.begin()->first;
   }
   return best;
 }
