@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
     }
     return 0;
   } catch (const Interrupted&) {
-    std::fputs("velmora-train: interrupted, nothing written\n", stderr);
+    std::fputs("velmora-train: interrupted before the output was written\n", stderr);
     return 128 + interrupting_signal();
   } catch (const std::bad_alloc&) {
     std::fputs("velmora-train: not enough memory\n", stderr);

@@ -108,7 +108,7 @@ void add_training_options(CLI::App& app, Options& options) {
                  "Weight of the words that a document does not hold")
       ->check(between(0, 1))
       ->type_name("X");
-  app.add_option("--seed", options.random_start, "Start of the random numbers")->type_name("N");
+  app.add_option("--seed", options.random_start, "Random seed")->type_name("N");
 }
 
 void add_output_options(CLI::App& app, Options& options) {
