@@ -33,8 +33,8 @@ class Category;
 /// Throws only std::bad_alloc.
 ZU_EXPORT Category* addCategory(const std::string& name);
 
-/// Whether a record of `level` would reach anybody who listens. False for a null category and for
-/// Level::silent. Costs one atomic load.
+/// Whether the category shows records of `level`, whether or not anybody listens. False for a null
+/// category and for Level::silent. Costs one atomic load.
 ZU_EXPORT bool isVisible(const Category* category, Level level) noexcept;
 
 /// Sets every category, also those set one by one before and those added later. The level at
