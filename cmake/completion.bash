@@ -1,0 +1,18 @@
+# Completion of the velmora programs for bash: options as --help tells them, languages, and files.
+_velmora() {
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+  case $previous in
+    --language) mapfile -t COMPREPLY < <(compgen -W "enu frf jpj" -- "$current"); return ;;
+    --baseline) mapfile -t COMPREPLY < <(compgen -W "tf-idf" -- "$current"); return ;;
+    --model) mapfile -t COMPREPLY < <(compgen -d -- "$current"); compopt -o filenames; return ;;
+  esac
+  if [[ $current == -* ]]; then
+    mapfile -t COMPREPLY < <(
+      compgen -W "$("$1" --help 2>/dev/null | grep -oE '^ +(-[a-z],)?--[a-z-]+' | grep -oE '\-\-[a-z-]+')" \
+        -- "$current")
+  else
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    compopt -o filenames
+  fi
+} 2>/dev/null
+complete -F _velmora velmora-console velmora-evaluate velmora-train
