@@ -47,6 +47,7 @@ int match_sentence(EngineState& engine, const EngineKind& kind, const std::strin
   const std::size_t limit = static_cast<std::size_t>(std::max(engine.fMaxResults, 0)) + 1;
   std::map<double, std::vector<int>> best = best_scores(
       engine.fRuleVectors, queries.front(), engine.fActive_rules, engine.fRuleRows, limit);
+  matches.reserve(matches.size() + best.size());  // all or nothing is appended
   for (auto group = best.rbegin(); group != best.rend(); ++group) {
     // A score that is no number reaches no threshold.
     if (!threshold || group->first >= *threshold) {

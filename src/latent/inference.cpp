@@ -29,6 +29,7 @@ Eigen::Index count_non_zeros(const Eigen::Ref<const Eigen::VectorXd>& vector) {
 
 void wordsense_inference(wordsense_corpus& corpus, wordsense_model& model, Eigen::MatrixXd& latent,
                          Eigen::MatrixXd& word_gram) {
+  latent.resize(0, 0);  // first, so that a failed allocation leaves a valid matrix
   latent.resize(std::max(model.dim, 0), corpus.data.cols());
   const bool computable = VX::Dialog::detail::shapes_agree(model, word_gram);
   for (Eigen::Index sentence = 0; sentence != corpus.data.cols(); ++sentence) {

@@ -73,6 +73,8 @@ bool read_mat_data(char* path, Eigen::MatrixXd& matrix) {
   int rows = 0;
   numbers.read(columns);
   numbers.read(rows);
+  // In two steps: when an allocation fails, Eigen leaves a pointer to what it freed for it.
+  matrix.resize(0, 0);
   matrix.resize(std::max(rows, 0), std::max(columns, 0));
   double value = 0.0;
   for (double& element : matrix.reshaped()) {

@@ -11,7 +11,16 @@
 wordsense_model::wordsense_model() = default;
 wordsense_model::wordsense_model(const wordsense_model& other) = default;
 wordsense_model::~wordsense_model() = default;
-wordsense_model& wordsense_model::operator=(const wordsense_model& other) = default;
+
+wordsense_model& wordsense_model::operator=(const wordsense_model& other) {
+  wordsense_model copy(other);  // a failed allocation leaves this record as it was
+  word_factors.swap(copy.word_factors);
+  reserved_factors.swap(copy.reserved_factors);
+  dim = other.dim;
+  lambda = other.lambda;
+  missing_weight = other.missing_weight;
+  return *this;
+}
 
 namespace VX::Dialog {
 

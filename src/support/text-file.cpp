@@ -1,7 +1,9 @@
 #include "text-file.hpp"
 
 #include <boost/tokenizer.hpp>
+#include <cerrno>
 #include <fstream>
+#include <new>
 
 #include "number-text.hpp"
 
@@ -29,6 +31,9 @@ std::string_view take_token(std::string_view& rest) {
 std::optional<std::string> read_text_file(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) {
+    if (errno == ENOMEM) {
+      throw std::bad_alloc();  // the file may well be there
+    }
     return std::nullopt;
   }
   std::string content;

@@ -4,6 +4,8 @@
 // by platform/fennel/tests/stemmer-test.cpp.
 #include <fennel/stemmer.hpp>
 
+#include <new>
+
 #include "japanese.hpp"
 #include "languages.hpp"
 #include "stem-list.hpp"
@@ -47,7 +49,10 @@ void StemList::add(std::string_view word) {
   if (snowball_ != nullptr && word.size() <= kLongestStemmedWord) {
     const sb_symbol* symbols = sb_stemmer_stem(
         snowball_, reinterpret_cast<const sb_symbol*>(word.data()), static_cast<int>(word.size()));
-    const int length = symbols != nullptr ? sb_stemmer_length(snowball_) : 0;
+    if (symbols == nullptr) {
+      throw std::bad_alloc();
+    }
+    const int length = sb_stemmer_length(snowball_);
     if (length > 0) {
       stem = {reinterpret_cast<const char*>(symbols), static_cast<std::size_t>(length)};
     }
@@ -70,6 +75,9 @@ struct Stemmer::Impl {
       : language(of),
         splitter(of.locale),
         snowball(of.snowball != nullptr ? sb_stemmer_new(of.snowball, "UTF_8") : nullptr) {
+    if (language.snowball != nullptr && snowball == nullptr) {
+      throw std::bad_alloc();
+    }
     if (language.code == "jpj" && fennel::shared_dictionary() != nullptr) {
       japanese = std::make_unique<fennel::JapaneseAnalyzer>(*fennel::shared_dictionary());
     }

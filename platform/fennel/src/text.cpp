@@ -8,6 +8,7 @@
 #include <unicode/utf16.h>
 
 #include <algorithm>
+#include <new>
 
 namespace VX::Dialog::fennel {
 namespace {
@@ -45,7 +46,7 @@ void normalize_ascii(std::string_view sentence, icu::UnicodeString& text) {
   text.remove();
   char16_t* out = text.getBuffer(std::max(length, 1));
   if (out == nullptr) {
-    return;
+    throw std::bad_alloc();
   }
   for (const char byte : sentence) {
     const bool is_upper = byte >= 'A' && byte <= 'Z';
@@ -81,7 +82,7 @@ void prepare(icu::UnicodeString& raw) {
   const std::int32_t length = raw.length();
   char16_t* units = raw.getBuffer(std::max(length, 1));
   if (units == nullptr) {
-    return;
+    throw std::bad_alloc();
   }
   std::int32_t kept = 0;
   int marks_in_a_row = 0;
@@ -111,7 +112,7 @@ bool unify_apostrophes(icu::UnicodeString& text) {
   const std::int32_t length = text.length();
   char16_t* units = text.getBuffer(std::max(length, 1));
   if (units == nullptr) {
-    return true;
+    throw std::bad_alloc();
   }
   bool all_simple = true;
   for (std::int32_t unit = 0; unit < length; ++unit) {

@@ -10,6 +10,7 @@
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
+#include <new>
 #include <string_view>
 
 namespace VX::Dialog::fennel {
@@ -114,6 +115,9 @@ void WordSplitter::split(const NormalizedText& normalized, std::vector<Word>& wo
   if (!normalized.is_simple && break_iterator_ == nullptr) {
     UErrorCode status = U_ZERO_ERROR;
     break_iterator_.reset(icu::BreakIterator::createWordInstance(icu::Locale(locale_), status));
+    if (status == U_MEMORY_ALLOCATION_ERROR) {
+      throw std::bad_alloc();
+    }
   }
   if (normalized.is_simple || break_iterator_ == nullptr) {
     split_piece({units, 0, units.size()}, words);

@@ -1,0 +1,211 @@
+// What an engine is worth after a failure: allocations that fail one after the other, and files
+// that can't be written. This program replaces the allocator, so it is no part of sanitizer builds.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <functional>
+
+#include "engine/velmora-private.hpp"
+#include "support/fixtures.hpp"
+
+namespace {
+
+long live = 0;       // blocks that are allocated and not yet freed
+long countdown = 0;  // the allocation that takes it to 0 fails; 0 when none is to fail
+
+bool fails() {
+  if (countdown == 0 || --countdown != 0) {
+    return false;
+  }
+  errno = ENOMEM;
+  return true;
+}
+
+void* count(void* block) {
+  live += block != nullptr;
+  return block;
+}
+
+}  // namespace
+
+// Under these names for everything that is loaded: operator new, Eigen, ICU, the C library itself.
+extern "C" {
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t number, std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
+void __libc_free(void* block);
+
+void* malloc(std::size_t size) {
+  return fails() ? nullptr : count(__libc_malloc(size));
+}
+void* calloc(std::size_t number, std::size_t size) {
+  return fails() ? nullptr : count(__libc_calloc(number, size));
+}
+void* realloc(void* block, std::size_t size) {
+  if (fails()) {
+    return nullptr;
+  }
+  void* moved = __libc_realloc(block, size);
+  live += (moved != nullptr && block == nullptr) - (moved == nullptr && block != nullptr);
+  return moved;
+}
+void* aligned_alloc(std::size_t alignment, std::size_t size) {
+  return fails() ? nullptr : count(__libc_memalign(alignment, size));
+}
+int posix_memalign(void** block, std::size_t alignment, std::size_t size) {
+  *block = aligned_alloc(alignment, size);
+  return *block == nullptr ? ENOMEM : 0;
+}
+void free(void* block) {
+  live -= block != nullptr;
+  __libc_free(block);
+}
+}
+
+namespace {
+
+using namespace VX::Dialog;
+using namespace test;
+
+// Words of the model are their own stems in English, too; more than what strings hold in place.
+const std::string kSentence = "Go up, go up, and up again: the caf\u00E9 is there, stop!";
+
+class Faults : public testing::Test {
+ protected:
+  Faults() {
+    zu::log::setLevel(zu::log::Level::silent);
+    write_model(folder, "old");
+    many_rules(folder, "enu");
+    VelmoraPrivate engine;
+    select(engine, "enu");
+    compile(engine);
+    std::filesystem::rename(folder.path("enu/model/newindex"), folder.path("enu/model/snap"));
+    rules[4] = {"turn"};  // not in the snapshot
+  }
+  ~Faults() override { zu::log::setLevel(zu::log::Level::info); }
+
+  bool select(VelmoraPrivate& engine, std::string language) const {
+    std::string base = folder.path();
+    return engine.xSetModel(base, language);
+  }
+  bool compile(VelmoraPrivate& engine) const {
+    Rules given = rules;
+    return engine.xLoadDialogVectors(given);
+  }
+  Matches answer(VelmoraPrivate& engine) const {
+    Matches matches;
+    engine.xActiveAllRules();
+    EXPECT_EQ(engine.xMatchInput(kSentence, matches), 1);
+    return matches;
+  }
+
+  TemporaryFolder folder;
+  Rules rules = {{1, {kSentence, "go"}}, {2, {"walk up", "turn it"}}, {3, {"up up"}}};
+};
+
+TEST_F(Faults, AnyAllocationMayFail) {
+  using Operation = std::function<bool(VelmoraPrivate&)>;
+  const Operation select_old = [&](auto& engine) { return select(engine, "old"); };
+  const Operation select_new = [&](auto& engine) { return select(engine, "enu"); };
+  const Operation compile_rules = [&](auto& engine) { return compile(engine); };
+  const Operation compiled = [&](auto& engine) { return select_new(engine) && compile(engine); };
+  const auto load = [&](bool merge) {
+    return [&, merge](auto& engine) {
+      return engine.xLoadDialogVectorsFromFile("snap", rules, merge);
+    };
+  };
+  struct {
+    const char* what;
+    Operation before, run;
+    int writes;  // a file that can't be opened for want of memory is one that can't be written
+  } const cases[] = {
+      {"another model", select_old, select_new, 0},
+      {"compilation", select_new, compile_rules, 1},
+      {"index load", select_new, load(false), 0},
+      {"merge load", select_new, load(true), 1},
+      {"load over compiled rules", compiled, load(true), 1},
+      {"matching", compiled, [&](auto& engine) { return !answer(engine).empty(); }, 0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    Matches expected;
+    int failures = 0, unnoticed = 0;
+    for (bool reached = true; reached; ++failures) {
+      const long live_before = live;
+      {
+        VelmoraPrivate engine;
+        ASSERT_TRUE(c.before(engine));
+        countdown = expected.empty() ? 0 : failures;
+        bool failed = false;
+        try {
+          EXPECT_TRUE(c.run(engine));
+        } catch (const std::bad_alloc&) {
+          failed = true;
+        }
+        reached = countdown == 0;
+        countdown = 0;
+        unnoticed += failures != 0 && reached && !failed;
+        try {
+          Matches matches;
+          engine.xActiveAllRules();
+          engine.xMatchInput(kSentence, matches);  // whatever it has: no crash
+        } catch (const std::out_of_range&) {
+          EXPECT_TRUE(failed);
+        }
+        EXPECT_TRUE(c.run(engine));
+        if (engine.fRuleVectors.empty()) {
+          compile(engine);
+        }
+        if (expected.empty()) {
+          expected = answer(engine);
+        }
+        EXPECT_EQ(answer(engine), expected) << failures;
+      }
+      EXPECT_TRUE(failures == 0 || live == live_before) << failures << ": " << live - live_before;
+    }
+    EXPECT_GT(failures, 20);
+    EXPECT_LE(unnoticed, c.writes);
+  }
+}
+
+TEST_F(Faults, WritesMayFail) {
+  const std::string model = folder.path("enu/model/");
+  const std::pair<const char*, std::function<void()>> obstacles[] = {
+      {"folders of these names",
+       [&] {
+         std::filesystem::create_directories(model + "newindex/x");
+         std::filesystem::create_directories(model + "index/x");
+       }},
+      {"a full disk",
+       [&] {
+         for (const std::string name : {"newindex", "index"}) {
+           std::filesystem::remove_all(model + name);
+           std::filesystem::create_symlink("/dev/full", model + name);
+         }
+       }},
+      {"no model directory any more",
+       [&] {
+         std::filesystem::remove_all(model);
+         folder.write("enu/model", "");
+       }},
+  };
+  VelmoraPrivate merged;
+  ASSERT_TRUE(select(merged, "enu"));
+  for (const auto& [what, put] : obstacles) {
+    SCOPED_TRACE(what);
+    VelmoraPrivate engine;
+    ASSERT_TRUE(select(engine, "enu"));
+    put();
+    const bool there = std::filesystem::is_directory(model);
+    EXPECT_TRUE(compile(engine));
+    EXPECT_EQ(answer(engine).size(), 4U);
+    EXPECT_EQ(merged.xLoadDialogVectorsFromFile("snap", rules, true), there);
+    // A snapshot that went away leaves the tables of the load before.
+    EXPECT_EQ(merged.fRuleRows, engine.fRuleRows);
+    EXPECT_EQ(answer(merged).size(), 4U);
+  }
+}
+
+}  // namespace
