@@ -1,0 +1,92 @@
+// Engines in several threads at once, and inference of several threads on one model. Made to run
+// under the thread sanitizer.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+#include <velmora/app-model.hpp>
+#include <velmora/inference.hpp>
+#include <velmora/velmora.hpp>
+
+#include "support/fixtures.hpp"
+
+namespace {
+
+using namespace VX::Dialog;
+using namespace test;
+
+void in_threads(int count, const std::function<void(int)>& work) {
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread != count; ++thread) {
+    threads.emplace_back(work, thread);
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+}
+
+// All that a host does with an engine; what the engine answered.
+Matches serve(const TemporaryFolder& folder, const Rules& rules) {
+  std::string base = folder.path(), language = "enu", ignored;
+  Velmora cold, warm;
+  AppModel apps;
+  Matches matches;
+  std::vector<std::pair<double, Lines>> named;
+  std::map<std::string, Lines> applications = {{"walk", {"walk on"}}, {"stop", {"don't go on"}}};
+  for (Velmora* engine : {&cold, &warm}) {
+    EXPECT_TRUE(engine->setModel(base, language));
+    EXPECT_EQ(engine->matchInput("go", matches, ignored), -1);
+    EXPECT_TRUE(engine == &cold ? engine->loadDialogVectors(ignored, rules)
+                                : engine->loadDialogVectorsFromFile("newindex", rules, "", true));
+    engine->activeAllRules(ignored);
+    engine->updateDeactiveRules({0, 1}, ignored);
+    EXPECT_EQ(engine->matchInput("It's caf\u00E9 time: walk up!", matches, ignored), 1);
+  }
+  EXPECT_TRUE(warm.loadDialogVectorsFromFile("index", rules, "", false));
+  EXPECT_TRUE(apps.setModel(base, language, applications));
+  EXPECT_EQ(apps.matchInput("walk", named, 0.9), 1);
+  EXPECT_EQ(named.at(0).second, Lines{"walk"});
+  return matches;
+}
+
+TEST(Threads, EnginesWorkAtTheSameTime) {
+  std::atomic<int> records = 0;
+  zu::log::setConsole(false);
+  const TemporaryFolder folders[3];
+  Rules rules;
+  for (const TemporaryFolder& folder : folders) {
+    rules = many_rules(folder, "enu");
+  }
+  const Matches expected = serve(folders[2], rules);
+  in_threads(2, [&](int thread) {
+    const int handler = zu::log::addHandler([&](const zu::log::Record&) { ++records; });
+    for (int round = 0; round != 10; ++round) {
+      EXPECT_EQ(serve(folders[thread], rules), expected);
+    }
+    zu::log::removeHandler(handler);
+  });
+  EXPECT_GT(records, 0);
+}
+
+TEST(Threads, InferencesShareAModel) {
+  wordsense_model model;
+  model.dim = 20;
+  model.lambda = 0.5;
+  model.word_factors = Eigen::MatrixXd::Random(20, 50);
+  Eigen::MatrixXd gram = Eigen::MatrixXd::Identity(20, 20);
+  Eigen::SparseMatrix<double> sentences = Eigen::MatrixXd::Random(50, 9).sparseView(1.0, 0.7);
+  Eigen::MatrixXd latent[4];
+  in_threads(4, [&](int thread) {
+    Eigen::SparseMatrix<double> data = sentences;
+    wordsense_corpus corpus;
+    initialize_wordsense_corpus(corpus, data);
+    wordsense_inference(corpus, model, latent[thread], gram);
+    delete_wordsense_corpus(corpus);
+  });
+  for (const Eigen::MatrixXd& other : latent) {
+    EXPECT_EQ(other, latent[0]);
+  }
+}
+
+}  // namespace
