@@ -108,6 +108,20 @@ void add_training_options(CLI::App& app, Options& options) {
                  "Weight of the words that a document does not hold")
       ->check(between(0, 1))
       ->type_name("X");
+  app.add_option("--refine-steps", options.refinement.steps,
+                 "Steps that draw extracts of one document together; 0 for none")
+      ->check(between(0, 1'000'000))
+      ->type_name("N");
+  app.add_option("--refine-batch", options.refinement.batch, "Documents a step")
+      ->check(between(2, 10'000))
+      ->type_name("N");
+  app.add_option("--refine-temperature", options.refinement.temperature,
+                 "Smaller sets only the most alike documents of a step apart")
+      ->check(between(0.01, 10))
+      ->type_name("X");
+  app.add_option("--refine-rate", options.refinement.rate, "Length of the first step")
+      ->check(between(1e-6, 1))
+      ->type_name("X");
   app.add_option("--seed", options.random_start, "Random seed")->type_name("N");
 }
 

@@ -14,6 +14,7 @@
 #include "corpus-reader.hpp"
 #include "factorisation.hpp"
 #include "model-writer.hpp"
+#include "refinement.hpp"
 
 namespace velmora::trainer {
 
@@ -34,6 +35,7 @@ struct Options {
   FactorisationSettings factorisation;
   int sweeps = 3;
   std::uint64_t random_start = 1;
+  RefinementSettings refinement;
   ModelSettings model;
 
   std::filesystem::path checkpoint;

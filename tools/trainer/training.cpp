@@ -18,6 +18,7 @@
 #include "output-directory.hpp"
 #include "output-file.hpp"
 #include "progress.hpp"
+#include "refinement.hpp"
 #include "vocabulary.hpp"
 
 namespace velmora::trainer {
@@ -203,6 +204,23 @@ Eigen::MatrixXf run_sweeps(const Options& options, const TrainingCorpus& corpus)
   return std::move(state.word_factors);
 }
 
+// Brings the factors to the lengths that inference will see, and refines them there.
+ModelSettings run_refinement(const Options& options, const TrainingCorpus& corpus,
+                             Eigen::MatrixXf& word_factors) {
+  ModelSettings unrounded = options.model;
+  unrounded.digits = 6;
+  word_factors = scale_factors(word_factors, unrounded).word_factors.cast<float>();
+
+  ModelSettings refined = options.model;
+  refined.row_scaling = 0.0;  // done
+  Progress progress(options.quiet, "refining", options.refinement.steps);
+  refine(corpus, options.refinement, options.model.missing_weight, options.factorisation.threads,
+         options.random_start, word_factors, refined.lambda,
+         [&](double steps) { progress.advance(steps); });
+  progress.finish("");
+  return refined;
+}
+
 // A checkpoint that can't be written is better told now than after the first sweep.
 void check_checkpoint_place(const Options& options) {
   if (!options.checkpoint.empty()) {
@@ -267,10 +285,12 @@ void train_model(const Options& options) {
     fs::remove_all(work_directory);
   }
 
-  const Eigen::MatrixXf word_factors = run_sweeps(options, corpus);
-  const ScaledFactors scaled = scale_factors(word_factors, options.model);
+  Eigen::MatrixXf word_factors = run_sweeps(options, corpus);
+  const ModelSettings model =
+      options.refinement.steps == 0 ? options.model : run_refinement(options, corpus, word_factors);
+  const ScaledFactors scaled = scale_factors(word_factors, model);
   tell_words_without_factors(options, scaled.word_factors);
-  write_model(scaled, options.model, output.path());
+  write_model(scaled, model, output.path());
   output.publish();
 }
 
