@@ -30,13 +30,9 @@ void in_threads(int count, const std::function<void(int)>& work) {
 Matches serve(const TemporaryFolder& folder, const Rules& rules) {
   std::string base = folder.path(), language = "enu", ignored;
   Velmora cold, warm;
-  AppModel apps;
   Matches matches;
-  std::vector<std::pair<double, Lines>> named;
-  std::map<std::string, Lines> applications = {{"walk", {"walk on"}}, {"stop", {"don't go on"}}};
   for (Velmora* engine : {&cold, &warm}) {
     EXPECT_TRUE(engine->setModel(base, language));
-    EXPECT_EQ(engine->matchInput("go", matches, ignored), -1);
     EXPECT_TRUE(engine == &cold ? engine->loadDialogVectors(ignored, rules)
                                 : engine->loadDialogVectorsFromFile("newindex", rules, "", true));
     engine->activeAllRules(ignored);
@@ -44,28 +40,25 @@ Matches serve(const TemporaryFolder& folder, const Rules& rules) {
     EXPECT_EQ(engine->matchInput("It's caf\u00E9 time: walk up!", matches, ignored), 1);
   }
   EXPECT_TRUE(warm.loadDialogVectorsFromFile("index", rules, "", false));
-  EXPECT_TRUE(apps.setModel(base, language, applications));
-  EXPECT_EQ(apps.matchInput("walk", named, 0.9), 1);
-  EXPECT_EQ(named.at(0).second, Lines{"walk"});
+  std::map<std::string, Lines> applications = {{"a", {"walk on"}}, {"b", {"don't stop"}}};
+  EXPECT_TRUE(AppModel().setModel(base, language, applications));
   return matches;
 }
 
 TEST(Threads, EnginesWorkAtTheSameTime) {
   std::atomic<int> records = 0;
   zu::log::setConsole(false);
-  const TemporaryFolder folders[3];
-  Rules rules;
-  for (const TemporaryFolder& folder : folders) {
-    rules = many_rules(folder, "enu");
-  }
-  const Matches expected = serve(folders[2], rules);
+  const int counter = zu::log::addHandler([&](const zu::log::Record&) { ++records; });
+  const TemporaryFolder folders[2];
+  const Rules rules = many_rules(folders[0], "enu");
+  many_rules(folders[1], "enu");
+  const Matches expected = serve(folders[1], rules);
   in_threads(2, [&](int thread) {
-    const int handler = zu::log::addHandler([&](const zu::log::Record&) { ++records; });
     for (int round = 0; round != 10; ++round) {
       EXPECT_EQ(serve(folders[thread], rules), expected);
     }
-    zu::log::removeHandler(handler);
   });
+  zu::log::removeHandler(counter);
   EXPECT_GT(records, 0);
 }
 
