@@ -57,6 +57,7 @@ if(NOT PROJECT_IS_TOP_LEVEL)
 endif()
 
 # The Debian packages: one for each component.
+set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "libvelmora developers <libvelmora@localhost>" CACHE STRING
   "Maintainer of the packages")
@@ -85,14 +86,14 @@ endfunction()
 
 set(velmora_same_version "libvelmora${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
 velmora_package(lib libvelmora${PROJECT_VERSION_MAJOR} libs
-  "${PROJECT_DESCRIPTION}\nMatches sentences against the rules of a dialogue by latent semantics."
+  "The libraries that a host links: the matcher, and with it logging and stemming."
   RECOMMENDS velmora-data-enu)
 set(CPACK_DEBIAN_LIB_PACKAGE_GENERATE_SHLIBS ON)
 velmora_package(dev libvelmora-dev libdevel
-  "${PROJECT_DESCRIPTION}, development files\nHeaders, the CMake package and the pkg-config file of libvelmora."
+  "Headers, the CMake package and the pkg-config file of libvelmora."
   DEPENDS "${velmora_same_version}, libeigen3-dev (>= 3.4)")
 velmora_package(tools velmora-tools text
-  "${PROJECT_DESCRIPTION}, programs\nA console to try a dialogue, the trainer of models, and their evaluation."
+  "A console to try a dialogue, the trainer of models, and their evaluation."
   DEPENDS "${velmora_same_version}" RECOMMENDS velmora-data-enu)
 foreach(language IN ITEMS enu frf jpj)
   if(NOT EXISTS ${PROJECT_SOURCE_DIR}/data/${language}/model/model)
@@ -103,7 +104,7 @@ foreach(language IN ITEMS enu frf jpj)
     set(needs mecab-ipadic-utf8)
   endif()
   velmora_package(data-${language} velmora-data-${language} text
-    "${PROJECT_DESCRIPTION}, model \"${language}\"\nThe starter model of one language."
+    "The starter model of the language ${language}."
     DEPENDS "${needs}")
   string(TOUPPER ${language} upper)
   set(CPACK_DEBIAN_DATA-${upper}_PACKAGE_ARCHITECTURE all)
