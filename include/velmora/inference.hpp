@@ -17,9 +17,11 @@
 
 /// Folds every sentence of a corpus into the latent space.
 ///
-/// corpus     V x S, filled by initialize_wordsense_corpus; data, data_cols and weights_cols are
-/// read model      word_factors is D x V; lambda > 0 and missing_weight in [0, 1] keep results
-/// finite latent     out: resized to D x S; a sentence without stored coefficients is exactly 0
+/// corpus     V x S, filled by initialize_wordsense_corpus; read are data, data_cols and
+///            weights_cols
+/// model      word_factors is D x V; lambda > 0 and missing_weight in [0, 1] keep results
+///            finite
+/// latent     out: resized to D x S; a sentence without stored coefficients is exactly 0
 /// word_gram  D x D: missing_weight * word_factors * word_factors'
 ///
 /// Factors without D rows or a gram that is not D x D give columns of zeros; a word outside the

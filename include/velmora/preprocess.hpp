@@ -15,10 +15,10 @@ namespace VX::Dialog {
 ///
 /// frequencies   stem to count
 /// sentences     sentence id to stems; one without stems gets no row
-/// threshold     a stem whose known count is at or below it is dropped; a stem without a count
-/// stays rows          out: sentence id to row, rows counted from 0 in the order in which new stem
-/// sets
-///               are met by ascending id
+/// threshold     a stem whose known count is at or below it is dropped; a stem without a
+///               count stays
+/// rows          out: sentence id to row, rows counted from 0 in the order in which new stem
+///               sets are met by ascending id
 /// unique        out: first sentence of each stem set to its kept stems, repeats included
 ///
 /// The outputs are not cleared: entries of other ids stay.

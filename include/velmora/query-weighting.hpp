@@ -26,9 +26,8 @@ VELMORA_EXPORT void tfidf(const std::map<int, std::vector<int>>& word_ids,
 /// one.
 ///
 /// weights   sentence id to word id to weight
-/// matrix    given empty, V x S or wider; left uncompressed. A word id outside it is logged at
-/// level
-///           error and dropped; columns beyond it are dropped too.
+/// matrix    given empty, V x S or wider; left uncompressed. A word id outside it is logged
+///           at level error and dropped; columns beyond it are dropped too.
 VELMORA_EXPORT void read_smat_data_OPTIM(const std::map<int, std::map<int, double>>& weights,
                                          Eigen::SparseMatrix<double>& matrix);
 

@@ -13,6 +13,7 @@
 /// of inference calls may share it.
 struct VELMORA_EXPORT wordsense_model {
   wordsense_model();
+  /// As the assignment.
   wordsense_model(const wordsense_model& other);
   ~wordsense_model();
   /// Copies all fields, each matrix with its shape.

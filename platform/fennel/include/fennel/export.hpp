@@ -1,4 +1,5 @@
 // Marks what libfennel offers to a linker; all else is hidden.
 #pragma once
 
+/// Visible to a linker.
 #define FENNEL_EXPORT __attribute__((visibility("default")))

@@ -46,12 +46,12 @@ ZU_EXPORT void setLevel(const std::string& category, Level level);
 
 /// One message, as handlers get it.
 struct Record {
-  Level level;
-  std::string category;
-  std::string file;
-  std::string function;
-  int line;
-  std::string text;
+  Level level;           ///< Never Level::silent.
+  std::string category;  ///< Name of the category.
+  std::string file;      ///< Source file, or empty.
+  std::string function;  ///< Name of the function, or empty.
+  int line;              ///< Line of the source file, or 0.
+  std::string text;      ///< The message as it was put together.
 };
 
 /// Runs on the thread that logs. What it throws is dropped.
@@ -84,6 +84,7 @@ class ZU_EXPORT LogStream {
   LogStream(const LogStream&) = delete;
   LogStream& operator=(const LogStream&) = delete;
 
+  /// Adds a value as a stream formats it.
   template <typename T>
   LogStream& operator<<(const T& value) {
     if (text_ != nullptr) {
@@ -92,13 +93,14 @@ class ZU_EXPORT LogStream {
     return *this;
   }
 
-  // Manipulators such as std::endl and std::hex, whose type cannot be deduced above.
+  /// Takes a manipulator such as std::endl, whose type cannot be deduced above.
   LogStream& operator<<(std::ostream& (*manipulator)(std::ostream&)) {
     if (text_ != nullptr) {
       *text_ << manipulator;
     }
     return *this;
   }
+  /// Takes a manipulator such as std::hex.
   LogStream& operator<<(std::ios_base& (*manipulator)(std::ios_base&)) {
     if (text_ != nullptr) {
       *text_ << manipulator;
