@@ -100,7 +100,8 @@ bool read_mat_data(char* path, Eigen::MatrixXi& matrix) {
   numbers.read(rows);
   double value = 0.0;
   bool more = true;
-  for (std::int64_t column = 0; column < columns; ++column) {
+  // Columns without rows hold nothing to read, however many the header promises.
+  for (std::int64_t column = 0; rows > 0 && column < columns; ++column) {
     const std::int64_t first = column * matrix.rows();
     for (std::int64_t row = 0; row < rows; ++row) {
       more = more && numbers.read(value);
