@@ -108,10 +108,16 @@ foreach(language IN ITEMS enu frf jpj)
     DEPENDS "${needs}")
   string(TOUPPER ${language} upper)
   set(CPACK_DEBIAN_DATA-${upper}_PACKAGE_ARCHITECTURE all)
-  if(EXISTS ${PROJECT_SOURCE_DIR}/data/README.md)
-    install(FILES data/README.md
-      DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velmora-data-${language} COMPONENT data-${language})
-  endif()
+  # The texts that the models are made of have licences of their own.
+  foreach(notice IN ITEMS README.md LICENSES)
+    if(IS_DIRECTORY ${PROJECT_SOURCE_DIR}/data/${notice})
+      install(DIRECTORY data/${notice}
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velmora-data-${language} COMPONENT data-${language})
+    elseif(EXISTS ${PROJECT_SOURCE_DIR}/data/${notice})
+      install(FILES data/${notice}
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velmora-data-${language} COMPONENT data-${language})
+    endif()
+  endforeach()
   # A host that ran as root has left snapshots beside the model.
   set(velmora_model_dir
     ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/dialog/velmora/data/${language}/model)
