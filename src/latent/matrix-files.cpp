@@ -1,4 +1,4 @@
-// Dense and sparse matrix files, and prints. Tested by tests/latent/matrix-files-test.cpp.
+// Dense and sparse matrix files, tested by tests/latent/matrix-files-test.cpp, and prints.
 #include <velmora/matrix-files.hpp>
 
 #include <algorithm>

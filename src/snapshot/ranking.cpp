@@ -1,4 +1,4 @@
-// Ranking of the active rules, and prints. Tested by tests/snapshot/ranking-test.cpp.
+// Ranking of the active rules, tested by tests/snapshot/ranking-test.cpp, and prints.
 #include <iostream>
 #include <velmora/ranking.hpp>
 #include <velmora/snapshot.hpp>

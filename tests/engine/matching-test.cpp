@@ -85,9 +85,6 @@ TEST_F(Engine, RefusesWhatItCannotMatch) {
     EXPECT_EQ(matches, (Matches{{0.5, {1}}}));
     EXPECT_EQ(log.lines(), Lines{"2 LibVelmora.Command xMatchInput: fVocab.size() " + sizes});
   };
-  engine.fModel.dim = 0;
-  expect_refusal("4fModel.dim 0fActive_rules.size() 5");
-  engine.fModel.dim = 2;
   engine.fActive_rules.clear();
   expect_refusal("4fModel.dim 2fActive_rules.size() 0");
   engine.xActiveAllRules();

@@ -33,39 +33,20 @@ TEST_F(Offline, ChainCarriesACorpusToASparseMatrixFile) {
   EXPECT_EQ(folder.read("rows"), "3 -5\n2 3 1e+06 4 0.246914 \n0 \n1 2 2 \n");
   folder.write("rows", "1 2 3\n1 2 x 3 4");  // a line counts up to what is no number
   EXPECT_EQ(read_data("rows")[1], (std::map<int, double>{{1, 1}, {2, 1}}));
-  cpp_data_format("rows", "rows", 0);
-  EXPECT_EQ(folder.read("rows"), "2 0\n1 1 2 3\n1 1 2 x 3 4\n");
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 4);
 }
 
 TEST_F(Offline, IndexEndsAtTheFirstWordOutsideTheDictionary) {
   folder.write("dictionary", "a\nb\n");
-  const std::pair<const char*, const char*> kCases[] = {
-      {"a b\nb oov a\n", "0 1 \n1 "}, {"a\tb\n", ""}, {"b a\r\n", "1 "}};
-  for (const auto& [text, output] : kCases) {
-    folder.write("text", text);
-    try {
-      index("text", "ids", "dictionary");
-      FAIL() << text;
-    } catch (const std::out_of_range& failure) {
-      EXPECT_STREQ(failure.what(), "map::at:  key not found");
-    }
-    EXPECT_EQ(folder.read("ids"), output);
-  }
-  EXPECT_EQ(index("none", "ids", "dictionary"), 2);
-}
-
-TEST(Cosine, LooksAtTheLengthOfTheFirstVectorAlone) {
-  EXPECT_EQ(cosine({3, 4}, {4, 3, 100}), 24.0 / 5.0 / 5.0);
-  EXPECT_EQ(cosine({}, {1}), 0.0);
-  EXPECT_EQ(cosine({1, 2}, {1}), 0.0);
+  folder.write("text", "a b\nb a\r\n");
+  EXPECT_THROW(index("text", "ids", "dictionary"), std::out_of_range);
+  EXPECT_EQ(folder.read("ids"), "0 1 \n1 ");
 }
 
 TEST_F(Offline, SimilaritiesCompareLinesTwoByTwo) {
   const std::pair<const char*, const char*> kCases[] = {
       {"1 2\n", ""},  // a header, whatever it holds
       {"x\n1 2\n2 1\n1 1\n1 2", "0.8\n0.948683298050514\n"},
-      {"x\nword 1\n1\n1 0\n0 -1\n", "0\n0\n"},
+      {"x\nword 1\n1\n1 2\n1\n", "0\n0\n"},  // a shorter second vector
       {"x\n3 4\n", "0\n"},  // no partner: an empty vector, or itself when no newline ends it
       {"x\n3 4", "1\n"},
   };
@@ -73,10 +54,7 @@ TEST_F(Offline, SimilaritiesCompareLinesTwoByTwo) {
     folder.write("pairs", text);
     testing::internal::CaptureStdout();
     get_sim("pairs", "out");
-    print_vec({0.1234567, 2});
-    print_vec({});
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "\n caclulating similarities \n2\n0.123457 2 \n0\n\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\n caclulating similarities \n");
     EXPECT_EQ(folder.read("out"), similarities) << text;
   }
 }

@@ -17,12 +17,9 @@ using namespace VX::Dialog;
 using namespace test;
 
 void in_threads(int count, const std::function<void(int)>& work) {
-  std::vector<std::thread> threads;
+  std::vector<std::jthread> threads;
   for (int thread = 0; thread != count; ++thread) {
     threads.emplace_back(work, thread);
-  }
-  for (std::thread& thread : threads) {
-    thread.join();
   }
 }
 
