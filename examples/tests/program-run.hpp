@@ -6,10 +6,8 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <string>
+
+#include "../../tests/support/fixtures.hpp"
 
 struct ProgramResult {
   int status = -1;
@@ -19,41 +17,22 @@ struct ProgramResult {
 
 /// A folder that lives as long as the object, with a model of four words: lamp and light have one
 /// direction in two dimensions, music and song the other.
-class Workplace {
+class Workplace : public test::TemporaryFolder {
  public:
   Workplace() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "velmora-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    std::filesystem::create_directories(folder_ / "enu/model");
     write("enu/model/dictionary", "lamp\nlight\nmusic\nsong\n");
     write("enu/model/idf", "0 1\n1 1\n2 1\n3 1\n");
     write("enu/model/model", "2\n1\n0\n");
     write("enu/model/model.conf", "4 2\n1 0\n1 0\n0 1\n0 1\n");
   }
-  ~Workplace() { std::filesystem::remove_all(folder_); }
-  Workplace(const Workplace&) = delete;
-  Workplace& operator=(const Workplace&) = delete;
 
-  void write(const std::string& name, const std::string& text) const {
-    std::ofstream(folder_ / name) << text;
-  }
-  std::string read(const std::string& name) const {
-    std::stringstream text;
-    text << std::ifstream(folder_ / name).rdbuf();
-    return text.str();
-  }
-  std::filesystem::path path(const std::string& name) const { return folder_ / name; }
-
-  /// Runs a program in the folder, on its model unless the arguments name another.
+  /// Runs a program in the folder.
   ProgramResult run(const std::string& program, const std::string& arguments,
                     const std::string& input) const {
     write("input", input);
-    const std::string command = "cd '" + folder_.string() + "' && '" + program + "' " + arguments +
-                                " <input >output 2>errors";
+    const std::string command =
+        "cd '" + path() + "' && '" + program + "' " + arguments + " <input >output 2>errors";
     const int status = std::system(command.c_str());
     return {WEXITSTATUS(status), read("output"), read("errors")};
   }
-
- private:
-  std::filesystem::path folder_;
 };
