@@ -119,35 +119,5 @@ TEST(Factorisation, SweepAndObjectiveAreThoseOfTheFormula) {
   }
 }
 
-TEST(Factorisation, EachSweepLowersTheObjective) {
-  for (const Shape& shape : kShapes) {
-    SCOPED_TRACE(shape.what);
-    const Problem problem = make_problem(shape);
-    MatrixXf words = start_factors(problem);
-    double last = run_sweep(problem.corpus, problem.settings, words, no_report);
-    for (int sweep = 1; sweep != 6; ++sweep) {
-      const double next = run_sweep(problem.corpus, problem.settings, words, no_report);
-      EXPECT_LT(next, last * (1.0 + 1e-6)) << "sweep " << sweep + 1;
-      last = next;
-    }
-  }
-}
-
-TEST(Factorisation, ThreadsChangeNoBitAndTheWorkAddsUp) {
-  for (const Shape& shape : kShapes) {
-    SCOPED_TRACE(shape.what);
-    Problem problem = make_problem(shape);
-    MatrixXf one = start_factors(problem);
-    MatrixXf three = one;
-    double work = 0.0;
-    const double one_objective =
-        run_sweep(problem.corpus, problem.settings, one, [&](double done) { work += done; });
-    EXPECT_NEAR(work, sweep_work(problem.corpus, problem.settings), 1e-6 * work);
-    problem.settings.threads = 3;
-    EXPECT_EQ(one_objective, run_sweep(problem.corpus, problem.settings, three, no_report));
-    EXPECT_EQ(one, three);
-  }
-}
-
 }  // namespace
 }  // namespace velmora::trainer

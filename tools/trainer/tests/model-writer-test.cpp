@@ -48,21 +48,7 @@ TEST(ScaleFactors, IntegersAreClippedAndLambdaFollowsTheScale) {
   EXPECT_NEAR(one_digit.lambda, 2.0 * 81 / 16.0, 1e-9);
 }
 
-TEST(ScaleFactors, RefusesFactorsThatAreNone) {
-  EXPECT_THROW(scale_factors(MatrixXf::Zero(2, 3), {}), Failure);
-  MatrixXf infinite = three_words();
-  infinite(0, 0) = std::numeric_limits<float>::infinity();
-  EXPECT_THROW(scale_factors(infinite, {}), Failure);
-}
-
-struct TableCase {
-  const char* what;
-  const char* dictionary;
-  const char* idf;
-  bool good;
-};
-
-const TableCase kTableCases[] = {
+const std::tuple<const char*, const char*, const char*, bool> kTableCases[] = {
     {"whole", "go\nin\nup\n", "0 1\n1 0.5\n2 2\n", true},
     {"dictionary cut", "go\nin\n", "0 1\n1 0.5\n2 2\n", false},
     {"dictionary with a repeat", "go\ngo\nup\n", "0 1\n1 0.5\n2 2\n", false},
@@ -71,15 +57,15 @@ const TableCase kTableCases[] = {
 };
 
 TEST(WriteModel, ChecksTheWordTablesAgainstTheFactors) {
-  for (const TableCase& c : kTableCases) {
+  for (const auto& [what, dictionary, idf, good] : kTableCases) {
     for (int digits : {1, 2, 6}) {
-      SCOPED_TRACE(testing::Message() << c.what << ", digits " << digits);
+      SCOPED_TRACE(testing::Message() << what << ", digits " << digits);
       const TemporaryDirectory directory;
-      directory.write("dictionary", c.dictionary);
-      directory.write("idf", c.idf);
+      directory.write("dictionary", dictionary);
+      directory.write("idf", idf);
       const ModelSettings settings = {0.5, 3.0, 0.01, digits};
       const ScaledFactors factors = scale_factors(three_words(), settings);
-      if (!c.good) {
+      if (!good) {
         EXPECT_THROW(write_model(factors, settings, directory / ""), Failure);
         continue;
       }
