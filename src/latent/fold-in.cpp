@@ -43,7 +43,7 @@ Eigen::MatrixXd compute_word_gram(const wordsense_model& model) {
 }
 
 bool shapes_agree(const wordsense_model& model, const Eigen::MatrixXd& word_gram) {
-  return model.word_factors.rows() == model.dim && word_gram.rows() == model.dim &&
+  return model.dim > 0 && model.word_factors.rows() == model.dim && word_gram.rows() == model.dim &&
          word_gram.cols() == model.dim;
 }
 

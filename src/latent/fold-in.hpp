@@ -32,7 +32,7 @@ struct LatentSpace {
 /// missing_weight * word_factors * word_factors', D x D.
 Eigen::MatrixXd compute_word_gram(const wordsense_model& model);
 
-/// True when the shapes of factors and gram agree with model.dim.
+/// True when the shapes of factors and gram agree with model.dim, which is more than 0.
 bool shapes_agree(const wordsense_model& model, const Eigen::MatrixXd& word_gram);
 
 /// The latent vector (D) of one sentence, q = (word_gram + U B + lambda I)^-1 U v, where U are the
