@@ -8,7 +8,8 @@ comes from a source that forbids giving away what is derived from it.
 import json
 import re
 import sys
-from collections import defaultdict
+import zlib
+from collections import Counter, defaultdict
 
 import common_extract
 import pivot
@@ -17,12 +18,12 @@ from common import clean, report, unpack, write_corpus
 TO_JAPANESE = ("ell", "fin", "ita", "pol", "swe")
 
 
-def japanese_sentences(text):
-    return [part for part in re.split(r"(?<=[。！？])", clean(text)) if part]
-
-
 def is_japanese(text):
     return re.search("[\u3041-\u30ff\u4e00-\u9fff]", text) is not None
+
+
+def japanese_sentences(text):
+    return [part for part in re.split("(?<=[。！？])", clean(text)) if is_japanese(part)]
 
 
 def dictionaries():
@@ -33,7 +34,14 @@ def dictionaries():
             yield "writings", f"{head} , {reading}"
         for gloss in glosses:
             translations_of[head]["eng", gloss.lower()] = None
-    for number, entry in enumerate(pivot.japanese_entries("freedict-jpn-fra")):
+    words_of = defaultdict(dict)
+    for word, translations in translations_of.items():
+        for _, gloss in translations:
+            words_of[gloss][word] = None
+    for words in words_of.values():
+        if 2 <= len(words) <= pivot.LONGEST_GROUP:
+            yield "glosses", " , ".join(words)
+    for entry in pivot.japanese_entries("freedict-jpn-fra"):
         for words in entry.senses:
             for word in words:
                 translations_of[entry.words[0]]["fra", word] = None
@@ -48,14 +56,6 @@ def dictionaries():
                     translations_of[word][language, entry.head, number] = None
     for words in pivot.groups(translations_of):
         yield "equivalents", words
-    words_of = defaultdict(dict)
-    for word, translations in translations_of.items():
-        for language, *rest in translations:
-            if language == "eng":
-                words_of[rest[0]][word] = None
-    for words in words_of.values():
-        if 2 <= len(words) <= pivot.LONGEST_GROUP:
-            yield "glossmates", " , ".join(words)
 
 
 def synonyms():
@@ -65,47 +65,61 @@ def synonyms():
         yield " , ".join(item["midashi"] for item in group["items"])
 
 
-def everyday():
-    for entry in pivot.japanese_entries("freedict-jpn-eng"):
-        if entry.rank is not None:
-            yield entry.rank, entry.words[0]
-
-
-def editor():
-    def texts(value):
-        if isinstance(value, str):
-            yield value
-        elif isinstance(value, dict):
-            for part in value.values():
-                yield from texts(part)
-    path = unpack("editor") / "package/dist/locales/ja.min.json"
-    for text in texts(json.loads(path.read_text(encoding="utf-8"))):
-        text = re.sub(r"\{[^}]*\}|<[^>]*>|https?://\S+|[*#`_]", " ", text)
-        yield from japanese_sentences(text)
-
-
-def handbook():
-    import html
-    folder = unpack("handbook") / "usr/share/doc/debian-handbook/html/ja-JP"
-    for path in sorted(folder.glob("*.html")):
-        text = path.read_text(encoding="utf-8")
-        for paragraph in re.findall(r"<(?:p|div class=\"para\")>(.*?)</(?:p|div)>", text, re.S):
-            yield from japanese_sentences(html.unescape(re.sub(r"<[^>]*>", "", paragraph)))
-
-
 def documents():
     yield from dictionaries()
     for label, texts in (
             ("synonyms", synonyms()),
             ("symbols", common_extract.symbols("ja")), ("places", common_extract.places("ja")),
-            ("help", (part for text in common_extract.desktop_help("ja") for part in japanese_sentences(text))),
-            ("editor", editor()), ("handbook", handbook())):
+            ("help", common_extract.desktop_help("ja")),
+            ("editor", pivot.editor_sentences("ja", japanese_sentences)),
+            ("handbook", pivot.handbook_sentences("ja-JP", japanese_sentences))):
         for text in texts:
-            if is_japanese(text):
-                yield label, text
+            for sentence in (japanese_sentences(text) if label == "help" else [text]):
+                if is_japanese(sentence):
+                    yield label, sentence
+
+
+# There is no free everyday Japanese to count words in. What is known: lists of
+# the commonest words of newspapers, 500 words each, and that common words stand
+# in many dictionary entries. The mean of both makes up sentences of words.
+EVERYDAY_SENTENCES = 20000
+WORDS_A_LIST = 500
+PLACE_OF_OTHERS = 40000
+
+
+def everyday(texts):
+    """Made-up sentences that hold each word about as often as everyday text."""
+    place_of = {}
+    for entry in pivot.japanese_entries("freedict-jpn-eng"):
+        if entry.rank is not None and entry.words:
+            place = (entry.rank - 0.5) * WORDS_A_LIST
+            place_of[entry.words[0]] = min(place, place_of.get(entry.words[0], place))
+    uses = Counter()
+    for text in texts:
+        uses.update(set(text.split(" , ")))
+    total = sum(uses.values())
+    made_up = [[] for _ in range(EVERYDAY_SENTENCES)]
+    for word in sorted(set(uses) | set(place_of)):
+        share = 0.8 / place_of.get(word, PLACE_OF_OTHERS)
+        share = (share * 5 * uses[word] / total) ** 0.5
+        count = round(EVERYDAY_SENTENCES * share)
+        first = zlib.crc32(word.encode())
+        for number in range(count):
+            made_up[(first + number * EVERYDAY_SENTENCES // count) % EVERYDAY_SENTENCES].append(word)
+    for words in made_up:
+        yield " , ".join(words)
+
+
+def all_documents():
+    texts = []
+    for label, text in documents():
+        if " , " in text:
+            texts.append(text)
+        yield label, text
+    yield from (("everyday", text) for text in everyday(texts))
 
 
 if __name__ == "__main__":
     if len(sys.argv) != 2:
         sys.exit("usage: jpj.py CORPUS")
-    report(f"{write_corpus(sys.argv[1], documents())} Japanese documents")
+    report(f"{write_corpus(sys.argv[1], all_documents())} Japanese documents")

@@ -7,6 +7,8 @@ share a translation mean much the same, so a translation's words are a document
 """
 
 import gzip
+import html
+import json
 import re
 from collections import Counter, defaultdict, namedtuple
 
@@ -131,3 +133,32 @@ def groups(translations_of):
         near = [other for other, count in shared.most_common(LONGEST_GROUP) if count >= 2]
         if near:
             yield " , ".join([word] + near)
+
+
+def editor_sentences(locale, split):
+    """What a map editor says: labels, hints, explanations."""
+    def texts(value):
+        if isinstance(value, str):
+            yield value
+        elif isinstance(value, dict):
+            for part in value.values():
+                yield from texts(part)
+    path = unpack("editor") / f"package/dist/locales/{locale}.min.json"
+    for text in texts(json.loads(path.read_text(encoding="utf-8"))):
+        yield from split(re.sub(r"\{[^}]*\}|<[^>]*>|https?://\S+|[*#`_]", " ", text))
+
+
+def handbook_paragraphs(locale):
+    folder = unpack("handbook") / "usr/share/doc/debian-handbook/html" / locale
+    for path in sorted(folder.glob("*.html")):
+        text = path.read_text(encoding="utf-8")
+        for paragraph in re.findall(r"<(?:p|div class=\"para\")>(.*?)</(?:p|div)>", text, re.S):
+            yield clean(html.unescape(re.sub(r"<[^>]*>", "", paragraph)))
+
+
+def handbook_sentences(locale, split):
+    """A handbook for administrators, what is left in English left out."""
+    english = set(handbook_paragraphs("en-US"))
+    for paragraph in handbook_paragraphs(locale):
+        if paragraph not in english:
+            yield from split(paragraph)

@@ -157,4 +157,7 @@ SOURCES = {
     "synonyms-jpn": npm(
         "sudachi-synonyms-dictionary", "18.0.0",
         "f59fdcfdffac935a5ae6c73baa112f2d22f3220c958f6327e8fa304e1f5e6dec"),
+    "spelling-fra": debian(
+        "hunspell-fr-classical", "1:7.0-1",
+        "4dda94962c68d6a9276949b314f56a17f739da395f8f7978a49d1886d613526c"),
 }

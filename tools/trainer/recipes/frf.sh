@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# The French starter model: frf.sh WORK makes WORK/model. Run by scripts/build-models.
+# Weights and settings were chosen on development sets; docs/training.md tells what was tried.
+set -euo pipefail
+recipes=$(cd "$(dirname "$0")" && pwd)
+work=$1
+
+/usr/bin/python3 "$recipes/frf.py" "$work/corpus.tsv"
+"$VELMORA_TRAIN" --language frf --output "$work/model" \
+  --vocabulary 15000 --dim 100 --digits 1 --lambda 0.3 --refine-steps 1500 \
+  --everyday everyday --everyday help --everyday handbook --everyday editor --everyday glosses \
+  --everyday symbols --everyday places \
+  --weight everyday=0 --weight handbook=0.5 --weight persons=3 --weight glosses=2 \
+  "$work/corpus.tsv"
