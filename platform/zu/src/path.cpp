@@ -63,7 +63,7 @@ const std::string& installed_root() {
 
 // Empty when there is none.
 std::string user_root() {
-  const std::string data_home = environment("XDG_DATA_HOME");
+  std::string data_home = environment("XDG_DATA_HOME");
   if (is_absolute(data_home)) {
     return data_home;
   }
