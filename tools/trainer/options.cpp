@@ -119,6 +119,10 @@ void add_training_options(CLI::App& app, Options& options) {
                  "Smaller sets only the most alike documents of a step apart")
       ->check(between(0.01, 10))
       ->type_name("X");
+  app.add_option("--refine-lambda", options.refinement.lambda,
+                 "Ridge term during these steps; 0 for that of inference (--lambda)")
+      ->check(between(0, 1e9))
+      ->type_name("X");
   app.add_option("--refine-rate", options.refinement.rate, "Length of the first step")
       ->check(between(1e-6, 1))
       ->type_name("X");

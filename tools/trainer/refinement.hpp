@@ -32,6 +32,8 @@ struct RefinementSettings {
   /// Documents a step.
   int batch = 256;
   double temperature = 0.1;
+  /// Ridge term of the fold-in during the steps; 0: that of inference.
+  double lambda = 0.0;
   /// Length of the first step; falls evenly to 0.
   double rate = 0.003;
 };
@@ -64,7 +66,7 @@ double add_contrast_gradient(const ExtractPairs& pairs, const Eigen::MatrixXf& w
 /// Runs the steps. Documents are drawn by their weights.
 ///
 /// word_factors   D x V, in and out; their mean square length is 1 before and after
-/// lambda         ridge term at inference, in and out: as the lengths grow in the steps and are
+/// lambda         ridge term of the fold-in, in and out: as the lengths grow in the steps and are
 ///                brought back at the end, it is brought down with them
 /// report         called with 1 after each step
 void refine(const TrainingCorpus& corpus, const RefinementSettings& settings, double missing_weight,

@@ -213,11 +213,16 @@ ModelSettings run_refinement(const Options& options, const TrainingCorpus& corpu
 
   ModelSettings refined = options.model;
   refined.row_scaling = 0.0;  // done
+  if (options.refinement.lambda > 0.0) {
+    refined.lambda = options.refinement.lambda;
+  }
+  const double inference_share = options.model.lambda / refined.lambda;
   Progress progress(options.quiet, "refining", options.refinement.steps);
   refine(corpus, options.refinement, options.model.missing_weight, options.factorisation.threads,
          options.random_start, word_factors, refined.lambda,
          [&](double steps) { progress.advance(steps); });
   progress.finish("");
+  refined.lambda *= inference_share;
   return refined;
 }
 
