@@ -88,12 +88,4 @@ TEST(ReadSnapshot, ReadsDamagedFilesToTheFirstBrokenRecord) {
   EXPECT_EQ(detail::read_snapshot(folder.path()), Snapshot());
 }
 
-TEST(LoadPrecompiledLs, ReadsAVectorALineBelowTheFirst) {
-  const TemporaryFolder folder;
-  EXPECT_EQ(load_precompiled_ls(folder.write("ls", "9 9\n1 -2e3\n\nup\n4 x 5\n6")),
-            (Vectors{{1, -2000}, {}, {}, {4}, {6}}));
-  EXPECT_EQ(load_precompiled_ls(folder.write("ls", "1 2 3\n")), Vectors());
-  EXPECT_EQ(load_precompiled_ls(folder.path("none")), Vectors());
-}
-
 }  // namespace

@@ -33,22 +33,6 @@ TEST(Japanese, GivesBaseForms) {
   }
 }
 
-// Longer than what is analysed at once, with and without a place to cut.
-TEST(Japanese, LongTextLosesNothing) {
-  Stemmer stemmer("jpj");
-  std::string sentences, one_run;
-  for (int count = 0; count != 1000; ++count) {
-    sentences += "パンを食べた。";
-    one_run += "あ";
-  }
-  Stems stems;
-  stemmer.stem_sentence(sentences, stems);
-  EXPECT_EQ(stems.size(), 2000U);
-  EXPECT_EQ(std::count(stems.begin(), stems.end(), "食べる"), 1000);
-  stemmer.stem_sentence(one_run, stems);
-  EXPECT_EQ(std::accumulate(stems.begin(), stems.end(), std::string()), one_run);
-}
-
 // A dictionary that cannot be opened is passed over; without any there is one line of warning.
 TEST(Japanese, AMissingDictionaryIsLoggedOnce) {
   std::vector<zu::log::Record> records;

@@ -87,33 +87,6 @@ TEST(Stemmer, TheShortRoadGivesTheSameStems) {
   }
 }
 
-std::string repeated(const std::string& text, std::size_t size) {
-  std::string result;
-  while (result.size() < size) {
-    result += text;
-  }
-  return result;
-}
-
-// What takes time of the square somewhere below when nobody takes care: these run for minutes then.
-TEST(Stemmer, LongInputTakesNoTime) {
-  constexpr std::size_t kSize = 200'000;
-  Stemmer english("enu"), french("frf"), japanese("jpj");
-  const std::string one_word = repeated("relational", kSize);
-  EXPECT_EQ(stems_of(english, one_word), one_word);
-  EXPECT_EQ(stems_of(english, repeated("\u0316\u0301", kSize)), "");
-  EXPECT_EQ(stems_of(french, repeated("\u00EB", kSize)).size(), kSize);
-  EXPECT_EQ(stems_of(english, "a" + repeated("'m", kSize)).size(), 1 + kSize / 2 * 3);
-  EXPECT_GE(stems_of(japanese, repeated("1", kSize)).size(), kSize);
-}
-
-TEST(Stemmer, TheOutputMayHoldTheSentence) {
-  Stemmer stemmer("enu");
-  std::vector<std::string> stems = {"running dogs with a sentence longer than a short string"};
-  stemmer.stem_sentence(stems[0], stems);
-  EXPECT_EQ(stems.front() + stems.back(), "runstring");
-}
-
 TEST(Stemmer, DifferentObjectsWorkAtTheSameTime) {
   std::vector<std::jthread> threads;
   for (const char* language : {"enu", "frf", "jpj", "jpj"}) {

@@ -64,17 +64,5 @@ TEST_F(FindData, KeepsATrailingSlashAndTakesAPlainFile) {
   EXPECT_EQ(findData(application, "fr/"), file + "/");
 }
 
-TEST_F(FindData, FallsBackWhenVariablesSayNothingUsable) {
-  set("XDG_DATA_HOME", "relative");
-  set("HOME", root / "me");
-  const std::string home = put("me/.local/share/" + application + "/en/idf");
-  EXPECT_EQ(find(), home);
-  unsetenv("XDG_DATA_HOME");
-  EXPECT_EQ(find(), home);
-  set("HOME", "");
-  set("XDG_DATA_DIRS", "");
-  EXPECT_TRUE(fs::exists(findData("..", "bin")));  // /usr/share/../bin
-}
-
 }  // namespace
 }  // namespace zu::path

@@ -42,30 +42,6 @@ TEST(CorpusReader, LinesBecomeDocuments) {
   }
 }
 
-// More lines than one batch holds, in two files: order and line numbers hold for any thread number.
-TEST(CorpusReader, ManyLinesKeepTheirOrderAndNumbers) {
-  const TemporaryDirectory directory;
-  std::string text;
-  for (int line = 1; line <= 20000; ++line) {
-    text += "l\tlights " + std::to_string(line) + "\n";
-  }
-  CorpusInput input;
-  input.language = "enu";
-  input.files = {directory.write("first", text), directory.write("second", "m\tRunning\n")};
-  const std::string stems = stems_of(input);
-  EXPECT_THAT(stems, testing::StartsWith("l\tlight 1\nl\tlight 2\n"));
-  EXPECT_THAT(stems, testing::EndsWith("l\tlight 20000\nm\trun\n"));
-  input.threads = 3;
-  EXPECT_EQ(stems_of(input), stems);
-
-  input.stemmed = true;
-  directory.write("second", text + "l\tgo\tup\n");
-  EXPECT_THAT([&] { stems_of(input); },
-              testing::ThrowsMessage<Failure>(HasSubstr("second, line 20001: a word holds white")));
-  input.files = {directory / ""};
-  EXPECT_THROW(stems_of(input), Failure);
-}
-
 DocumentFrequencies frequencies_of(const std::vector<std::vector<std::string>>& documents) {
   DocumentFrequencies frequencies;
   for (const auto& stems : documents) {

@@ -122,22 +122,5 @@ TEST(Refinement, JoinsTheWordsOfASubjectWhateverTheThreads) {
   EXPECT_LT(cosine_of(factors, 0, 4), 0.1);
 }
 
-TEST(Refinement, LeavesOutDocumentsOfWeightZero) {
-  TrainingCorpus corpus = two_subjects();
-  for (std::size_t document = 1; document < 12; document += 2) {
-    corpus.root_weights[document] = 0.0F;
-  }
-  RefinementSettings settings;
-  settings.steps = 3;
-  settings.batch = 4;
-  const MatrixXf start = first_word_factors(kDim, kWords, 3);
-  MatrixXf factors = start;
-  double lambda = 1.0;
-  refine(corpus, settings, 0.01, 1, 5, factors, lambda, [](double) {});
-  const float scale = factors(0, 3) / start(0, 3);
-  EXPECT_TRUE(factors.col(4).isApprox(scale * start.col(4), 1e-5F));
-  EXPECT_FALSE(factors.col(1).isApprox(scale * start.col(1), 1e-3F));
-}
-
 }  // namespace
 }  // namespace velmora::trainer
