@@ -10,5 +10,6 @@ work=$1
   --vocabulary 15000 --dim 100 --digits 1 --lambda 0.3 --refine-steps 1500 \
   --everyday everyday --everyday help --everyday handbook --everyday editor --everyday glosses \
   --everyday symbols --everyday places \
-  --weight everyday=0 --weight handbook=0.5 --weight persons=3 --weight glosses=2 \
+  --weight everyday=0 --weight handbook=0.5 --weight glosses=2 --weight translations=2 \
+  --weight equivalents=2 --weight forms=2 \
   "$work/corpus.tsv"

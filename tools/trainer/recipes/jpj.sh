@@ -7,7 +7,7 @@ work=$1
 
 /usr/bin/python3 "$recipes/jpj.py" "$work/corpus.tsv"
 "$VELMORA_TRAIN" --language jpj --output "$work/model" \
-  --vocabulary 15000 --dim 100 --digits 1 --lambda 0.3 --refine-steps 1500 \
+  --vocabulary 15000 --dim 100 --digits 1 --lambda 0.5 --refine-steps 1500 \
   --everyday everyday --everyday help --everyday editor --everyday handbook \
   --everyday symbols --everyday places \
   --weight everyday=0 --weight handbook=0.5 --weight glosses=0.5 \
