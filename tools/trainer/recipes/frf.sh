@@ -6,10 +6,13 @@ recipes=$(cd "$(dirname "$0")" && pwd)
 work=$1
 
 /usr/bin/python3 "$recipes/frf.py" "$work/corpus.tsv"
-"$VELMORA_TRAIN" --language frf --output "$work/model" \
-  --vocabulary 15000 --dim 100 --digits 1 --lambda 0.3 --refine-steps 1500 \
-  --everyday everyday --everyday help --everyday handbook --everyday editor --everyday glosses \
-  --everyday symbols --everyday places \
+"$VELMORA_TRAIN" --language frf --stems-only "$work/stems" "$work/corpus.tsv"
+/usr/bin/python3 "$recipes/common_sets.py" <"$work/stems" >"$work/sets"
+"$VELMORA_TRAIN" --stemmed --output "$work/model" \
+  --vocabulary 15000 --dim 100 --digits 1 --lambda 0.3 --refine-steps 2000 \
+  --everyday everyday --everyday symbols --everyday places --everyday glosses --everyday help \
+  --everyday handbook --everyday editor \
   --weight everyday=0 --weight handbook=0.5 --weight glosses=2 --weight translations=2 \
-  --weight equivalents=2 --weight forms=2 \
-  "$work/corpus.tsv"
+  --weight equivalents=2 --weight forms=2 --weight emoji=2 \
+  --weight wordnet=0.5 --weight synonyms=0.5 --weight examples=0.5 \
+  "$work/sets"

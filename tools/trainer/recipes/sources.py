@@ -123,6 +123,15 @@ SOURCES = {
     "freedict-swe-fra": debian(
         "dict-freedict-swe-fra", "2022.12.07-2",
         "7dec61c0b619fdcea77091f72ff8b0b9b8bbb253c6ab844fedc932f2f0c5d30f"),
+    "freedict-ell-eng": debian(
+        "dict-freedict-ell-eng", "2022.12.07-2",
+        "4a6f9adeb8e085b8a807bf62dd67468dbbbb16ea7299ab41cdddb29e7d404242"),
+    "freedict-fin-eng": debian(
+        "dict-freedict-fin-eng", "2022.12.07-2",
+        "7abc28d885e36b4e9e5d41c0a7f951fac33cca1d996602fa4a87a0c96934c6bf"),
+    "freedict-pol-eng": debian(
+        "dict-freedict-pol-eng", "2022.12.07-2",
+        "bb89dccd16967ebe5bdd9ca930cdfc17a6f1527ebae207b99183cbfa8692eeaa"),
     "freedict-jpn-fra": debian(
         "dict-freedict-jpn-fra", "2022.04.21-1",
         "07e689c2c42c393e0478dd6538f9a4781f8cbb9a1b2307afd5151d4bc55d50bb"),
@@ -157,6 +166,9 @@ SOURCES = {
     "synonyms-jpn": npm(
         "sudachi-synonyms-dictionary", "18.0.0",
         "f59fdcfdffac935a5ae6c73baa112f2d22f3220c958f6327e8fa304e1f5e6dec"),
+    "subtitles-fra": npm(
+        "@zxcvbn-ts/language-fr", "4.1.2",
+        "0102842dd0fcd3501807c37e14a37de9614a34d71f5dcfc23e80f67a6b0fbe16"),
     "spelling-fra": debian(
         "hunspell-fr-classical", "1:7.0-1",
         "4dda94962c68d6a9276949b314f56a17f739da395f8f7978a49d1886d613526c"),
