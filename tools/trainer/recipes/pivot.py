@@ -69,7 +69,7 @@ def wiktionary_entries(name):
         yield Entry(head, part, senses)
 
 
-JapaneseEntry = namedtuple("JapaneseEntry", "words rank senses")
+JapaneseEntry = namedtuple("JapaneseEntry", "words senses")
 
 # Notes run into the first translation without a blank.
 NOTES = re.compile(
@@ -77,22 +77,19 @@ NOTES = re.compile(
     r"|usage|proverb|idiomatic|archaism|onomatopoeic or mimetic word))")
 
 
-def japanese_entries(name):
-    """Entries of a dictionary made from JMdict: words, rank, senses.
+# A head line of a dictionary made from JMdict: writings with their sound.
+JAPANESE_HEAD = re.compile(r" /[^/]*/(,|$)")
 
-    rank is the place among the lists of 500 commonest words of newspapers (1
-    to 48), 30 for other everyday words, None for the rest.
-    """
+
+def japanese_entries(name):
+    """Entries of a dictionary made from JMdict: words and senses."""
     entry = None
     for line in dictd_lines(name):
-        if re.search(r" /[^/]*/(,|$)", line):
+        if JAPANESE_HEAD.search(line):
             if entry:
                 yield entry
-            marks = [int(mark) for mark in re.findall(r"\[nf(\d+)\]", line)]
-            is_everyday = re.search(r"\[(ichi1|spec1|gai1)\]", line)
-            rank = min(marks) if marks else (30 if is_everyday else None)
             text = re.sub(r"/[^/]*/|\[[^\]]*\]|\([^)]*\)", " ", line)
-            entry = JapaneseEntry([clean(w) for w in text.split(",") if clean(w)], rank, [])
+            entry = JapaneseEntry([clean(w) for w in text.split(",") if clean(w)], [])
         elif entry:
             line = NOTES.sub("", re.sub(r"^\d+\.", "", line))
             words = split_words(line)
@@ -102,8 +99,26 @@ def japanese_entries(name):
         yield entry
 
 
+def japanese_marks(name):
+    """Writings of a dictionary made from JMdict: word, whether it is the first
+    of its entry, and its marks, which name lists of common words.
+    """
+    for line in dictd_lines(name):
+        if JAPANESE_HEAD.search(line):
+            for place, writing in enumerate(re.sub(r"/[^/]*/", " ", line).split(",")):
+                word = clean(re.sub(r"\[[^\]]*\]|\([^)]*\)", " ", writing))
+                if word:
+                    yield word, place == 0, set(re.findall(r"\[([a-z]+\d+)\]", writing))
+
+
+EdictEntry = namedtuple("EdictEntry", "word reading is_common is_kana glosses")
+
+
 def edict_entries():
-    """Entries of EDICT: words, whether common, English translations by sense."""
+    """Entries of EDICT: a word and its reading, if it has another, whether they
+    are common, whether the first sense is usually written in kana, and English
+    translations, the first sense's first.
+    """
     with open(unpack("edict") / "usr/share/edict/edict", encoding="euc-jp", errors="replace") as file:
         next(file)
         for line in file:
@@ -113,7 +128,8 @@ def edict_entries():
                 continue
             glosses = [re.sub(r"\([^()]*\)|\{[^{}]*\}", " ", gloss) for gloss in rest.split("/")]
             glosses = [clean(gloss) for gloss in glosses if not gloss.startswith("EntL")]
-            yield match.group(1), match.group(2), "(P)" in rest, [g for g in glosses if g]
+            yield EdictEntry(match.group(1), match.group(2), "(P)" in rest, "(uk)" in rest.partition("(2)")[0],
+                             [gloss for gloss in glosses if gloss])
 
 
 def groups(translations_of):
