@@ -66,6 +66,7 @@ std::vector<Confusion> worst_confusions(const std::vector<Outcome>& outcomes, st
     }
   }
   std::vector<Confusion> confusions;
+  confusions.reserve(counts.size());
   for (const auto& [labels, count] : counts) {
     confusions.push_back({labels.first, labels.second, count});
   }

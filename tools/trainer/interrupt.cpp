@@ -21,7 +21,7 @@ void watch_for_interrupts() {
   for (int signal : {SIGINT, SIGTERM, SIGHUP}) {
     struct sigaction action = {};
     action.sa_handler = note_signal;
-    action.sa_flags = SA_RESETHAND;  // who can't wait sends it again
+    action.sa_flags = static_cast<int>(SA_RESETHAND);  // who can't wait sends it again
     sigaction(signal, &action, nullptr);
   }
 }

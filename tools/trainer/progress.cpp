@@ -2,8 +2,10 @@
 #include "progress.hpp"
 
 #include <unistd.h>
+#include <cmath>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -18,7 +20,7 @@ double seconds_since(Clock::time_point start) {
 }
 
 std::string clock_text(double seconds) {
-  const long whole = static_cast<long>(seconds + 0.5);
+  const long whole = std::lround(seconds);
   char text[32];
   std::snprintf(text, sizeof text, "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60, whole % 60);
   return text;

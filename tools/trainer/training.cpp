@@ -104,7 +104,7 @@ void check_stem_stage(const Options& options, const StemStage& stage) {
 std::vector<DictionaryEntry> make_word_tables(const Options& options,
                                               const DocumentFrequencies& frequencies,
                                               const fs::path& directory) {
-  const auto dictionary = choose_dictionary(frequencies, options.vocabulary, options.min_count);
+  auto dictionary = choose_dictionary(frequencies, options.vocabulary, options.min_count);
   if (dictionary.size() < 2) {
     throw Failure("fewer than two words stand in " + std::to_string(options.min_count) +
                   " or more documents (--min-count); the corpora are too small");
@@ -246,7 +246,7 @@ void tell_words_without_factors(const Options& options, const Eigen::MatrixXd& w
 
 fs::path make_work_directory(const Options& options, const fs::path& model_directory) {
   const bool keep = !options.keep_work.empty();
-  const fs::path directory = keep ? options.keep_work : model_directory / "work";
+  fs::path directory = keep ? options.keep_work : model_directory / "work";
   std::error_code error;
   fs::create_directory(directory, error);
   if (error || !fs::is_directory(directory) || !fs::is_empty(directory)) {
