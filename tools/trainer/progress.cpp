@@ -2,7 +2,6 @@
 #include "progress.hpp"
 
 #include <unistd.h>
-#include <cmath>
 
 #include <algorithm>
 #include <cmath>
