@@ -53,6 +53,11 @@ def download(source, directory):
     return archives[0]
 
 
+def with_gpl():
+    """Whether sources under the GPL were asked for: scripts/build-models --with-gpl."""
+    return os.environ.get("VELMORA_WITH_GPL") == "1"
+
+
 def fetch(name):
     """Path of a source's archive in the cache, downloaded when it is missing.
 
@@ -60,6 +65,8 @@ def fetch(name):
     give another model.
     """
     source = SOURCES[name]
+    if source.is_gpl and not with_gpl():
+        sys.exit(f"{source.package} is under the GPL, which was not asked for")
     suffix = ".deb" if source.kind == "debian" else ".tgz"
     archive = cache_directory() / f"{source.sha256[:16]}-{name}{suffix}"
     if not archive.exists():

@@ -6,10 +6,12 @@ package alone. The recipes give them their labels.
 
 import json
 import re
+import struct
 import xml.etree.ElementTree as ElementTree
 from collections import namedtuple
 
-from common import clean, sentences, unpack
+from common import clean, sentences, unpack, with_gpl
+from sources import CATALOGUES
 
 Synset = namedtuple("Synset", "lemmas definition examples related")
 
@@ -81,3 +83,23 @@ def desktop_help(locale):
             tag = element.tag.rpartition("}")[2]
             if tag in ("p", "title", "desc"):
                 yield from sentences("".join(element.itertext()))
+
+
+def catalogue_messages(path):
+    """(original, translation) of a compiled message catalogue (GNU gettext)."""
+    content = path.read_bytes()
+    count, *tables = struct.unpack_from("<3I", content, 8)
+    for number in range(count):
+        places = (struct.unpack_from("<2I", content, table + 8 * number) for table in tables)
+        yield tuple(content[at:at + length].decode("utf-8") for length, at in places)
+
+
+def catalogues(locale):
+    """Messages of desktop programs, where sources under the GPL are wanted; en is their originals."""
+    for name in CATALOGUES if with_gpl() else ():
+        folder = unpack(name) / "usr/share/locale" / ("fr" if locale == "en" else locale)
+        for path in sorted(folder.glob("LC_MESSAGES/*.mo")):
+            for original, translation in catalogue_messages(path):
+                text = original.rpartition("\x04")[2] if locale == "en" else translation
+                if original:
+                    yield re.sub(r"<[^>]*>|[%$]\S+|\{[^}]*\}|[_&\0]", " ", text)

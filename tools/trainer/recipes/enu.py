@@ -108,7 +108,8 @@ def documents():
     for label, texts in (
             ("symbols", common_extract.symbols("en")), ("emoji", emoji()), ("icons", icons()),
             ("places", common_extract.places("en")), ("glosses", glosses()), ("schema", schema()),
-            ("help", common_extract.desktop_help("C")), ("brown", brown())):
+            ("help", common_extract.desktop_help("C")), ("brown", brown()),
+            ("catalogues", common_extract.catalogues("en"))):
         for text in texts:
             yield label, text
 

@@ -151,7 +151,8 @@ def documents():
             ("symbols", common_extract.symbols("fr")), ("places", common_extract.places("fr")),
             ("help", (text for text in common_extract.desktop_help("fr") if text not in english_help)),
             ("editor", pivot.editor_sentences("fr", sentences)),
-            ("handbook", pivot.handbook_sentences("fr-FR", sentences))):
+            ("handbook", pivot.handbook_sentences("fr-FR", sentences)),
+            ("catalogues", common_extract.catalogues("fr"))):
         for text in texts:
             yield label, text
     yield from carried_from_english(rank_of)

@@ -1,7 +1,7 @@
 """French translations of English words, through the languages between them.
 
-The English-French dictionaries are not free enough for the bundled model. But
-Finnish, Polish and other dictionaries lead both to English and to French, and
+The English-French dictionaries are under the GPL, and not for the bundled model.
+But Finnish, Polish and other dictionaries lead both to English and to French, and
 each of them votes: a French word that several languages lead to is a
 translation, one that a single ambiguous word leads to is chance.
 """
@@ -10,6 +10,7 @@ import math
 from collections import Counter, defaultdict
 
 import pivot
+from common import with_gpl
 
 # Language between -> dictionaries between it and English, and between it and French.
 WAYS = {
@@ -101,5 +102,10 @@ def translations(rank_of):
     for between, (to_english, to_french) in WAYS.items():
         add_scores(scores, wiktionary_links(to_english, between), wiktionary_links(to_french, between))
     add_scores(scores, japanese_links("freedict-jpn-eng"), japanese_links("freedict-jpn-fra"))
+    if with_gpl():
+        direct, same = wiktionary_links(("eng-fra", "fra-eng"), "eng"), Links()
+        for english in direct.forward:
+            same.add(english, english)
+        add_scores(scores, same, direct)
     found = ((english, best_translations(french, rank_of)) for english, french in scores.items())
     return {english: french for english, french in found if french}

@@ -74,7 +74,8 @@ def documents():
             ("symbols", common_extract.symbols("ja")), ("places", common_extract.places("ja")),
             ("help", common_extract.desktop_help("ja")),
             ("editor", pivot.editor_sentences("ja", japanese_sentences)),
-            ("handbook", pivot.handbook_sentences("ja-JP", japanese_sentences))):
+            ("handbook", pivot.handbook_sentences("ja-JP", japanese_sentences)),
+            ("catalogues", common_extract.catalogues("ja"))):
         for text in texts:
             for sentence in (japanese_sentences(text) if label == "help" else [text]):
                 if is_japanese(sentence):

@@ -2,15 +2,21 @@
 
 Name -> Source. A recipe asks common.unpack() for a name. What each is, whose
 it is and under which licence stands in data/README.md and data/LICENSES/.
+Those under the GPL are not for the bundled models: only who asks for them with
+scripts/build-models --with-gpl gets them.
 """
 
 from collections import namedtuple
 
-Source = namedtuple("Source", "kind package version sha256")
+Source = namedtuple("Source", "kind package version sha256 is_gpl", defaults=[False])
 
 
 def debian(package, version, sha256):
     return Source("debian", package, version, sha256)
+
+
+def gpl_debian(package, version, sha256):
+    return Source("debian", package, version, sha256, is_gpl=True)
 
 
 def npm(package, version, sha256):
@@ -172,4 +178,60 @@ SOURCES = {
     "spelling-fra": debian(
         "hunspell-fr-classical", "1:7.0-1",
         "4dda94962c68d6a9276949b314f56a17f739da395f8f7978a49d1886d613526c"),
+    # Under the GPL: a French dictionary, message catalogues of programs in every language.
+    "gnome-weather": gpl_debian(
+        "gnome-weather", "43.0-1",
+        "1e4dab9fce4a4df111db20b7b8d29bceb4e449167db3e314ad207da8b22518b7"),
+    "gnome-clocks": gpl_debian(
+        "gnome-clocks", "43.0-1",
+        "cd92c912a6f69789785b9e898611a6f8ced7659597e000e8f7a92583cf259a46"),
+    "gnome-calendar": gpl_debian(
+        "gnome-calendar", "43.1-2",
+        "9450a87456994688aabc8d70d479003cfacd48a2018a9baa79f1940ba009795e"),
+    "gnome-maps": gpl_debian(
+        "gnome-maps", "43.5-2~deb12u1",
+        "21e878ca104ab0e71d7204dedcab4958a0cf04b34864f4ea43df66bc62ffded5"),
+    "gnome-contacts": gpl_debian(
+        "gnome-contacts", "43.1-1",
+        "9ab4c5f785d4207564e6bf3ad95389a02fb2d95d41cb7d95ea6aa773e6eb3638"),
+    "rhythmbox-data": gpl_debian(
+        "rhythmbox-data", "3.4.6-2",
+        "9eb244e46496ee6f7f0710d82a62b6fa1129e08eff198022a914f6b621c91a70"),
+    "evolution-common": gpl_debian(
+        "evolution-common", "3.46.4-2+deb12u1",
+        "52e3a67ba3f2815fa864f600f5e3c2afd6ebc0b3487b50525df75006d4172b46"),
+    "homebank-data": gpl_debian(
+        "homebank-data", "5.6.2-1",
+        "5d8f9958d559b0495fca853d5aaa2263103ec5fa026b400294bb98e54d0c02d2"),
+    "navit-data": gpl_debian(
+        "navit-data", "0.5.6+dfsg.1-2",
+        "a09dce6f615aba6f01841e3c3e1ecd5909fb6f69c10f91a0b9d15d4a10b08717"),
+    "korganizer": gpl_debian(
+        "korganizer", "4:22.12.3-1",
+        "2761252b13168e2e2e61c62dcb95fc7d260ee4172bcd984aee36232d0a1c3fc4"),
+    "kalarm": gpl_debian(
+        "kalarm", "4:22.12.3-1",
+        "0d47b56f94e28d669fa218f01bf513a87cf4a3030c4116918f710295cac108a7"),
+    "shotwell-common": gpl_debian(
+        "shotwell-common", "0.30.17-1",
+        "2d40611f6fe255b5c079cfe44a1943dfbcd1c88b27acf472d53ed935f67fb904"),
+    "tuxpaint-data": gpl_debian(
+        "tuxpaint-data", "1:0.9.28-sdl2-1",
+        "f5d0de8f9a70d2efc1241d19f26168cb8bf279f1b77abd3631e7a1a55c40e5e5"),
+    "gnome-control-center-data": gpl_debian(
+        "gnome-control-center-data", "1:43.6-2~deb12u1",
+        "f76430c1f6db2be884bbc0e37cfa43752b49d252abb94d9cce494e8cdd8882a1"),
+    "freedict-eng-fra": gpl_debian(
+        "dict-freedict-eng-fra", "2022.04.21-1",
+        "b8db6774b640ae8a372bee119b4304d88e6fd471a283d1326d7ec0abcc8b930e"),
+    "freedict-fra-eng": gpl_debian(
+        "dict-freedict-fra-eng", "2022.04.21-1",
+        "fb853d1f3da00ddddfe60dc3b88b5aaca122eecf3ba5c219131bea479d6274db"),
 }
+
+# Programs of everyday life, whose messages are sentences: weather, dates, music, money, ways.
+CATALOGUES = (
+    "gnome-weather", "gnome-clocks", "gnome-calendar", "gnome-maps", "gnome-contacts", "rhythmbox-data",
+    "evolution-common", "homebank-data", "navit-data", "korganizer", "kalarm", "shotwell-common", "tuxpaint-data",
+    "gnome-control-center-data",
+)
