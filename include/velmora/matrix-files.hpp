@@ -12,7 +12,7 @@
 #include <velmora/export.hpp>
 
 /// An Eigen print format with full precision, brackets and commas. No routine prints through it.
-extern VELMORA_EXPORT const Eigen::IOFormat HeavyFmt;
+extern VELMORA_EXPORT Eigen::IOFormat HeavyFmt;
 
 namespace VX::Dialog {
 
