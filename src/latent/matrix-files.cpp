@@ -12,7 +12,7 @@
 #include "../support/number-text.hpp"
 #include "../support/text-file.hpp"
 
-const Eigen::IOFormat HeavyFmt(Eigen::FullPrecision, 0, ", ", "\n", "[", "]", "[", "]");
+Eigen::IOFormat HeavyFmt(Eigen::FullPrecision, 0, ", ", "\n", "[", "]", "[", "]");
 
 namespace VX::Dialog {
 
@@ -145,27 +145,28 @@ bool write_mat_data(char* path, Eigen::MatrixXi& matrix) {
 
 namespace {
 
-// What became of one column block of a sparse matrix file.
-enum class Block { complete, ended, out_of_order };
-
-Block read_sparse_column(detail::NumberReader& numbers, int count, Eigen::Index column,
-                         double& value, Eigen::SparseMatrix<double>& matrix) {
+// What the last extractions left: at the end of the file a pair keeps what it holds.
+struct Pair {
   int word_id = 0;
+  double value = 0.0;
+};
+
+// Reads one column block. False at a word id that is not above the one before it, which is also
+// what becomes of a block that the file cuts off between its pairs.
+bool read_sparse_column(detail::NumberReader& numbers, int count, Eigen::Index column, Pair& pair,
+                        Eigen::SparseMatrix<double>& matrix) {
   for (int previous = -1, i = 0; i != count; ++i) {
-    numbers.read(word_id);
-    numbers.read(value);
-    if (numbers.ended()) {
-      return Block::ended;
+    numbers.read(pair.word_id);
+    numbers.read(pair.value);
+    if (pair.word_id <= previous) {
+      return false;
     }
-    if (word_id <= previous) {
-      return Block::out_of_order;
+    if (pair.word_id < matrix.rows() && column < matrix.cols()) {
+      matrix.coeffRef(pair.word_id, column) = pair.value;
     }
-    if (word_id < matrix.rows() && column < matrix.cols()) {
-      matrix.coeffRef(word_id, column) = value;
-    }
-    previous = word_id;
+    previous = pair.word_id;
   }
-  return Block::complete;
+  return true;
 }
 
 }  // namespace
@@ -183,7 +184,7 @@ bool read_smat_data(std::string path, Eigen::SparseMatrix<double>& data_mat) {
   numbers.read(columns);
   numbers.read(header_value);
   int count = 0;
-  double value = 0.0;
+  Pair pair;
   std::uint32_t no_values = 0;  // a 32-bit sum, which may wrap around as the product below may
   for (int column = 0; column < columns; ++column) {
     if (!numbers.read(count)) {
@@ -192,14 +193,10 @@ bool read_smat_data(std::string path, Eigen::SparseMatrix<double>& data_mat) {
     if (count <= 0) {
       continue;
     }
-    const Block block = read_sparse_column(numbers, count, column, value, data_mat);
-    if (block == Block::out_of_order) {
+    if (!read_sparse_column(numbers, count, column, pair, data_mat)) {
       VELMORA_LOG(corpus_log, Level::error, "read_smat_data")
           << "read_sparse_data() The word index should be in ascending order";
       return false;
-    }
-    if (block == Block::ended) {
-      break;
     }
     no_values += static_cast<std::uint32_t>(count);
   }
