@@ -145,28 +145,27 @@ bool write_mat_data(char* path, Eigen::MatrixXi& matrix) {
 
 namespace {
 
-// What the last extractions left: at the end of the file a pair keeps what it holds.
-struct Pair {
-  int word_id = 0;
-  double value = 0.0;
-};
+// What became of one column block of a sparse matrix file.
+enum class Block { complete, ended, out_of_order };
 
-// Reads one column block. False at a word id that is not above the one before it, which is also
-// what becomes of a block that the file cuts off between its pairs.
-bool read_sparse_column(detail::NumberReader& numbers, int count, Eigen::Index column, Pair& pair,
-                        Eigen::SparseMatrix<double>& matrix) {
+Block read_sparse_column(detail::NumberReader& numbers, int count, Eigen::Index column,
+                         double& value, Eigen::SparseMatrix<double>& matrix) {
+  int word_id = 0;
   for (int previous = -1, i = 0; i != count; ++i) {
-    numbers.read(pair.word_id);
-    numbers.read(pair.value);
-    if (pair.word_id <= previous) {
-      return false;
+    numbers.read(word_id);
+    numbers.read(value);
+    if (numbers.ended()) {
+      return Block::ended;
     }
-    if (pair.word_id < matrix.rows() && column < matrix.cols()) {
-      matrix.coeffRef(pair.word_id, column) = pair.value;
+    if (word_id <= previous) {
+      return Block::out_of_order;
     }
-    previous = pair.word_id;
+    if (word_id < matrix.rows() && column < matrix.cols()) {
+      matrix.coeffRef(word_id, column) = value;
+    }
+    previous = word_id;
   }
-  return true;
+  return Block::complete;
 }
 
 }  // namespace
@@ -184,7 +183,7 @@ bool read_smat_data(std::string path, Eigen::SparseMatrix<double>& data_mat) {
   numbers.read(columns);
   numbers.read(header_value);
   int count = 0;
-  Pair pair;
+  double value = 0.0;
   std::uint32_t no_values = 0;  // a 32-bit sum, which may wrap around as the product below may
   for (int column = 0; column < columns; ++column) {
     if (!numbers.read(count)) {
@@ -193,10 +192,14 @@ bool read_smat_data(std::string path, Eigen::SparseMatrix<double>& data_mat) {
     if (count <= 0) {
       continue;
     }
-    if (!read_sparse_column(numbers, count, column, pair, data_mat)) {
+    const Block block = read_sparse_column(numbers, count, column, value, data_mat);
+    if (block == Block::out_of_order) {
       VELMORA_LOG(corpus_log, Level::error, "read_smat_data")
           << "read_sparse_data() The word index should be in ascending order";
       return false;
+    }
+    if (block == Block::ended) {
+      break;
     }
     no_values += static_cast<std::uint32_t>(count);
   }

@@ -66,7 +66,7 @@ bool NumberReader::read_number(Number& value) {
     ++next_;
   }
   if (next_ == end_) {
-    failed_ = true;
+    failed_ = ended_ = true;
     return false;
   }
   if (starts_like_a_number(next_, end_)) {
@@ -84,6 +84,10 @@ bool NumberReader::read_number(Number& value) {
 
 template <typename Number>
 bool NumberReader::read_from_stream(Number& value) {
+  if ((stream_->in >> std::ws).eof()) {
+    failed_ = ended_ = true;
+    return false;
+  }
   failed_ = !(stream_->in >> value);
   return !failed_;
 }

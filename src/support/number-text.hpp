@@ -33,6 +33,9 @@ class NumberReader {
   bool read(int& value);
   bool read(double& value);
 
+  /// True when a read has failed because there was no more text.
+  bool ended() const { return ended_; }
+
  private:
   struct Stream;
 
@@ -47,6 +50,7 @@ class NumberReader {
   // stream would read it.
   std::unique_ptr<Stream> stream_;
   bool failed_ = false;
+  bool ended_ = false;
 };
 
 /// The numbers of a line up to the first token that is none. `expected` says how many to make room
