@@ -20,7 +20,7 @@ using Rules = std::map<int, std::vector<std::string>>;
 constexpr int kParaphrases = 20;
 
 // The aim is 16 in every language. What a bundled model has reached, it must not lose.
-const std::map<std::string, int> kUnderstood = {{"enu", 16}, {"frf", 18}, {"jpj", 14}};
+const std::map<std::string, int> kUnderstood = {{"enu", 16}, {"frf", 18}, {"jpj", 17}};
 
 struct Dialogue {
   Rules rules;

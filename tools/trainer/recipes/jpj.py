@@ -141,22 +141,23 @@ WIKTIONARY_BONUS = 20
 
 
 def english_translations(times):
-    """{English: Japanese words, the best first}: common words whose first
-    translation it is, or that another dictionary names, too.
+    """{English: common Japanese words, the best first}: those that have it as
+    their first translation, or that another dictionary names, too.
     """
     worth = defaultdict(Counter)
     for entry in pivot.edict_entries():
         word = entry.reading if entry.is_kana and entry.reading else entry.word
         for place, gloss in enumerate(entry.glosses):
             english = re.sub("^(to be|to|the|an|a) (?=[a-z])", "", gloss.lower())
-            if len(english.split()) <= LONGEST_GLOSS:
+            if len(english.split()) <= LONGEST_GLOSS and times.get(word, 1) >= TIMES_MORE_OFTEN_COMMON:
                 worth[english][word] = max(worth[english][word], times.get(word, 1) / (1 + 0.5 * place))
     for entry in pivot.wiktionary_entries("freedict-eng-jpn"):
         words = [word for sense in entry.senses for word in sense.translations if entry.part != "pn"]
         for place, word in enumerate(words):
-            known = 1 if word in worth[entry.head.lower()] else 0.3
-            worth[entry.head.lower()][word] += WIKTIONARY_BONUS * known / (1 + 0.3 * place)
-    return {english: sorted(words, key=lambda word: (-words[word], word)) for english, words in worth.items()}
+            if times.get(word, 1) >= TIMES_MORE_OFTEN_COMMON:
+                known = 1 if word in worth[entry.head.lower()] else 0.3
+                worth[entry.head.lower()][word] += WIKTIONARY_BONUS * known / (1 + 0.3 * place)
+    return {english: sorted(words, key=lambda word: (-words[word], word)) for english, words in worth.items() if words}
 
 
 def carried(translations):
