@@ -33,6 +33,22 @@ TEST(Japanese, GivesBaseForms) {
   }
 }
 
+// A long text goes to the dictionary in parts, which end where no word does if there is such a
+// place.
+TEST(Japanese, LongTextsLoseNoWord) {
+  Stemmer stemmer("jpj");
+  for (const std::string sentence : {"パンを食べる。", "パンを食べる、", "パンを食べる ", "猫"}) {
+    constexpr std::ptrdiff_t kTimes = 20'000;
+    std::string text;
+    for (int i = 0; i != kTimes; ++i) {
+      text += sentence;
+    }
+    Stems stems;
+    stemmer.stem_sentence(text, stems);
+    EXPECT_EQ(std::count(stems.begin(), stems.end(), sentence == "猫" ? "猫" : "食べる"), kTimes);
+  }
+}
+
 // A dictionary that cannot be opened is passed over; without any there is one line of warning.
 TEST(Japanese, AMissingDictionaryIsLoggedOnce) {
   std::vector<zu::log::Record> records;
