@@ -49,15 +49,8 @@ def dictionaries():
                     yield "glosses", f"{entry.head} : {sense.gloss}"
                 for word in sense.translations:
                     translations_of[entry.head][language, word] = None
-    for language in TO_FRENCH:
-        for entry in pivot.wiktionary_entries(f"freedict-{language}-fra"):
-            if entry.part == "pn":
-                continue
-            for number, sense in enumerate(entry.senses):
-                if not sense.gloss and len(sense.translations) > 1:
-                    yield "translations", " , ".join(sense.translations)
-                for word in sense.translations:
-                    translations_of[word][language, entry.head, number] = None
+    for words in pivot.translations_into("fra", TO_FRENCH, translations_of):
+        yield "translations", words
     for entry in pivot.japanese_entries("freedict-jpn-fra"):
         for number, words in enumerate(entry.senses):
             if len(words) > 1:

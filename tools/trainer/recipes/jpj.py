@@ -47,15 +47,8 @@ def dictionaries():
         for words in entry.senses:
             for word in words:
                 translations_of[entry.words[0]]["fra", word] = None
-    for language in TO_JAPANESE:
-        for entry in pivot.wiktionary_entries(f"freedict-{language}-jpn"):
-            if entry.part == "pn":
-                continue
-            for number, sense in enumerate(entry.senses):
-                if not sense.gloss and len(sense.translations) > 1:
-                    yield "translations", " , ".join(sense.translations)
-                for word in sense.translations:
-                    translations_of[word][language, entry.head, number] = None
+    for words in pivot.translations_into("jpn", TO_JAPANESE, translations_of):
+        yield "translations", words
     for words in pivot.groups(translations_of):
         yield "equivalents", words
 

@@ -151,6 +151,21 @@ def groups(translations_of):
             yield " , ".join([word] + near)
 
 
+def translations_into(target, languages, translations_of):
+    """Documents of the words given for one sense, from the dictionaries of Wiktionary into a
+    language. Adds what each word translates to translations_of.
+    """
+    for language in languages:
+        for entry in wiktionary_entries(f"freedict-{language}-{target}"):
+            if entry.part == "pn":
+                continue
+            for number, sense in enumerate(entry.senses):
+                if not sense.gloss and len(sense.translations) > 1:
+                    yield " , ".join(sense.translations)
+                for word in sense.translations:
+                    translations_of[word][language, entry.head, number] = None
+
+
 def editor_sentences(locale, split):
     """What a map editor says: labels, hints, explanations."""
     def texts(value):
