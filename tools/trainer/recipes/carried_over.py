@@ -10,8 +10,6 @@ document wins. Word order and grammar are lost, which the models do not see.
 import re
 from collections import Counter
 
-import common_extract
-import enu
 from common import unpack
 
 LONGEST_PHRASE = 3
@@ -84,16 +82,3 @@ def carry_over(texts, translations):
         chosen = {max(words, key=lambda word: (votes[word], -words.index(word))): None for words in candidates}
         if len(chosen) >= 2:
             yield " , ".join(chosen)
-
-
-def wordnet_documents():
-    """(label, text) of WordNet: definitions, examples, synonyms with related words."""
-    return enu.wordnet()
-
-
-def picture_documents():
-    """(label, text) of what pictures are called and the words they are searched by."""
-    for label, texts in (("icons", enu.icons()), ("emoji", enu.emoji()),
-                         ("symbols", common_extract.symbols("en")), ("places", common_extract.places("en"))):
-        for text in texts:
-            yield label, text

@@ -13,6 +13,7 @@ from collections import defaultdict
 
 import carried_over
 import common_extract
+import enu
 import frf_english
 import pivot
 from common import report, sentences, unpack, write_corpus
@@ -120,9 +121,9 @@ def everyday(rank_of, spelled):
 def carried_from_english(rank_of):
     """What English tells of words and pictures, word by word in French."""
     texts_of = defaultdict(list)
-    for documents_of in (carried_over.wordnet_documents, carried_over.picture_documents):
-        for label, text in documents_of():
-            texts_of[label].append(text)
+    for label, text in enu.wordnet():
+        texts_of[label].append(text)
+    texts_of["icons"], texts_of["emoji"] = enu.icons(), enu.emoji()
     translations = frf_english.translations(rank_of)
     for label in ("wordnet", "examples", "synonyms", "icons", "emoji"):
         for text in carried_over.carry_over(texts_of[label], translations):
