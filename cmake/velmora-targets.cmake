@@ -35,32 +35,31 @@ if(VELMORA_SANITIZE)
   target_link_options(velmora_compile_options INTERFACE -fsanitize=${VELMORA_SANITIZE})
 endif()
 
-# velmora_test(<folder/name> [PUBLIC_API] [LABELS label...] [LIBRARIES library...])
-# One test program from <folder/name>.cpp, registered case by case. It links the objects, and so sees hidden code;
-# with PUBLIC_API it links the shared library, as a host does.
+# velmora_test(<folder/name> [PUBLIC_API | PLATFORM] [LABELS label...] [LIBRARIES library...] [LOCKS resource...])
+# One test program from <folder/name>.cpp, registered case by case. It links the objects, and so sees hidden code; with
+# PUBLIC_API it links the shared library, as a host does, and with PLATFORM only the libraries that are named. Tests
+# that name the same resource never run at the same time.
 function(velmora_test path)
-  cmake_parse_arguments(arg "PUBLIC_API" "" "LABELS;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(arg "PUBLIC_API;PLATFORM" "" "LABELS;LIBRARIES;LOCKS" ${ARGN})
   get_filename_component(name ${path} NAME)
   add_executable(${name} ${path}.cpp)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE velmora_compile_options GTest::gtest GTest::gmock GTest::gtest_main
     ${arg_LIBRARIES})
   if(arg_PUBLIC_API)
     target_link_libraries(${name} PRIVATE velmora::velmora)
-  else()
+  elseif(NOT arg_PLATFORM)
     target_link_libraries(${name} PRIVATE velmora_test_objects)
   endif()
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  gtest_discover_tests(${name} TEST_PREFIX "${name}/" DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${arg_LABELS}")
-endfunction()
-
-# velmora_platform_test(<name> LIBRARIES library...): the same for the tests of a platform library.
-function(velmora_platform_test name)
-  cmake_parse_arguments(arg "" "" "LABELS;LIBRARIES" ${ARGN})
-  add_executable(${name} ${name}.cpp)
-  target_link_libraries(${name} PRIVATE velmora_compile_options GTest::gtest GTest::gmock GTest::gtest_main
-    ${arg_LIBRARIES})
-  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  gtest_discover_tests(${name} TEST_PREFIX "${name}/" DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${arg_LABELS}")
+  set(properties "")
+  if(arg_LABELS)
+    list(APPEND properties LABELS "${arg_LABELS}")
+  endif()
+  if(arg_LOCKS)
+    list(APPEND properties RESOURCE_LOCK "${arg_LOCKS}")
+  endif()
+  gtest_discover_tests(${name} TEST_PREFIX "${name}/" DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
 if(VELMORA_BUILD_TESTS)
   include(GoogleTest)

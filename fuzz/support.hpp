@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace fuzz {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "../snapshot/scoring.hpp"
+#include "../ranking/scoring.hpp"
 #include "../support/log-site.hpp"
 #include "../text/stem-set.hpp"
 #include "rule-compilation.hpp"

@@ -2,11 +2,11 @@
 
 #include <velmora/debug.hpp>
 
-#include "../snapshot/warm-start.hpp"
 #include "../support/log-site.hpp"
 #include "matching.hpp"
 #include "model-selection.hpp"
 #include "rule-compilation.hpp"
+#include "warm-start.hpp"
 #include "word-distance.hpp"
 
 namespace VX::Dialog {

@@ -5,7 +5,7 @@
 #include "../engine/matching.hpp"
 #include "../engine/model-selection.hpp"
 #include "../engine/rule-compilation.hpp"
-#include "../snapshot/warm-start.hpp"
+#include "../engine/warm-start.hpp"
 #include "../support/log-site.hpp"
 
 namespace VX::Dialog {

@@ -3,7 +3,7 @@
 
 #include <velmora/velmora.hpp>
 
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace {
 

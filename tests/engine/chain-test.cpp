@@ -12,7 +12,7 @@
 #include <velmora/ranking.hpp>
 
 #include "engine/velmora-private.hpp"
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace {
 

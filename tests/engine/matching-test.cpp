@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/velmora-private.hpp"
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace {
 

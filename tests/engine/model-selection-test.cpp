@@ -6,7 +6,7 @@
 #include <zu/path.hpp>
 
 #include "engine/velmora-private.hpp"
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <velmora/query-weighting.hpp>
 #include <velmora/updater.hpp>
 
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <velmora/wordsense-corpus.hpp>
 #include <velmora/wordsense-model.hpp>
 
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace VX::Dialog {
 namespace {

@@ -6,8 +6,8 @@
 #include <velmora/app-model.hpp>
 #include <velmora/topic-model.hpp>
 
+#include "kit/fixtures.hpp"
 #include "models/app-model-private.hpp"
-#include "support/fixtures.hpp"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <velmora/offline.hpp>
 #include <velmora/similarity.hpp>
 
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace VX::Dialog {
 namespace {

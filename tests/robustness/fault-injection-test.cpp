@@ -7,7 +7,7 @@
 #include <functional>
 
 #include "engine/velmora-private.hpp"
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <velmora/inference.hpp>
 #include <velmora/velmora.hpp>
 
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace {
 

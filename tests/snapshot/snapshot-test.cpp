@@ -8,8 +8,8 @@
 #include <sstream>
 #include <velmora/snapshot.hpp>
 
+#include "kit/fixtures.hpp"
 #include "snapshot/snapshot-reader.hpp"
-#include "support/fixtures.hpp"
 
 namespace {
 

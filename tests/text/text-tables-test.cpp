@@ -7,7 +7,7 @@
 #include <velmora/preprocess.hpp>
 #include <velmora/query-weighting.hpp>
 
-#include "support/fixtures.hpp"
+#include "kit/fixtures.hpp"
 
 namespace VX::Dialog {
 namespace {

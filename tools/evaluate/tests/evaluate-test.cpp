@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "program-run.hpp"
+#include "kit/program-run.hpp"
 
 namespace {
 

@@ -1,0 +1,34 @@
+// Sentences to one latent vector. Tested by tests/latent/inference-test.cpp.
+#include <velmora/updater.hpp>
+
+#include <iterator>
+
+#include "../latent/fold-in.hpp"
+
+namespace VX::Dialog {
+
+Updater::Updater(std::map<std::string, int> vocabulary_table,
+                 std::map<std::string, int> frequencies, std::map<int, double> idf,
+                 wordsense_model latent_model, Eigen::MatrixXd gram)
+    : vocabulary(std::move(vocabulary_table)),
+      frequency_table(std::move(frequencies)),
+      idf_table(std::move(idf)),
+      model(latent_model),
+      word_gram(std::move(gram)) {}
+
+Updater::~Updater() = default;
+
+std::vector<double> Updater::update_vector(const std::vector<std::string>& sentences,
+                                           Stemmer* stemmer) {
+  std::vector<std::string> bag;
+  for (const std::string& sentence : sentences) {
+    std::vector<std::string> stems;
+    stemmer->stem_sentence(sentence, stems);
+    std::move(stems.begin(), stems.end(), std::back_inserter(bag));
+  }
+  std::vector<std::vector<double>> vectors;
+  detail::fold_in({{0, std::move(bag)}}, {vocabulary, idf_table, model, word_gram}, vectors);
+  return std::move(vectors.front());
+}
+
+}  // namespace VX::Dialog

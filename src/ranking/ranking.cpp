@@ -1,0 +1,76 @@
+// Ranking of the active rules, tested by tests/ranking/ranking-test.cpp, and prints.
+#include <iostream>
+#include <velmora/ranking.hpp>
+#include <velmora/snapshot.hpp>
+
+#include "../support/checked-lookup.hpp"
+#include "cosine-of.hpp"
+#include "scoring.hpp"
+
+namespace VX::Dialog {
+
+void get_max(const std::vector<std::vector<double>>& vectors, const std::vector<double>& query,
+             std::map<double, std::vector<int>>& ranked, std::set<int>& active,
+             std::map<int, int>& rows) {
+  const detail::ActiveRows found = detail::find_rows(vectors, active, rows);
+  auto rule_id = found.rule_ids.begin();
+  for (const double score : detail::score_rows(vectors, query, found.rows)) {
+    ranked[score].push_back(*rule_id++);
+  }
+  if (!found.complete) {
+    (void)vectors.at(static_cast<std::size_t>(found.outside));
+  }
+}
+
+std::map<double, std::vector<int>> get_max2(const std::vector<std::vector<double>>& vectors,
+                                            const std::vector<double>& query,
+                                            std::set<int> active) {
+  std::map<double, std::vector<int>> ranked;
+  for (const int rule_id : active) {
+    const double score = detail::cosine_of(vectors.at(static_cast<std::size_t>(rule_id)), query);
+    ranked[score].push_back(rule_id);
+    if (score >= 1.0) {
+      break;  // nothing behind a full match is looked at
+    }
+  }
+  return ranked;
+}
+
+void print_res(const std::map<double, std::vector<int>>& ranked,
+               const std::map<int, std::vector<std::string>>& rule_words, int n) {
+  int bucket = 0;
+  for (const auto& [score, rule_ids] : ranked) {
+    std::cout << " distance " << score << "\n[ ";
+    for (const int rule_id : rule_ids) {
+      std::cout << "index " << rule_id << "\n"
+                << vector2string(detail::checked_lookup(rule_words, rule_id)) << "\n";
+    }
+    std::cout << " ]\n\n";
+    if (bucket++ == n) {
+      break;  // one more than n, by contract
+    }
+  }
+}
+
+void print_ls(const std::vector<std::vector<double>>& vectors) {
+  for (const std::vector<double>& vector : vectors) {
+    for (const double value : vector) {
+      std::cout << value << " ";
+    }
+    std::cout << "\n";
+  }
+}
+
+void print_tfidf(const std::vector<std::map<int, double>>& weights) {
+  for (const std::map<int, double>& query : weights) {
+    std::cout << "query index "
+              << "\n[\n";
+    for (const auto& [word_id, weight] : query) {
+      std::cout << "word index " << word_id << "\n"
+                << "tfidf " << weight << "\n";
+    }
+    std::cout << "]\n";
+  }
+}
+
+}  // namespace VX::Dialog
