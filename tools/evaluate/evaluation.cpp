@@ -1,46 +1,14 @@
 // Runs a contender over test data; see evaluation.hpp.
 #include "evaluation.hpp"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
-#include <iostream>
+
+#include "progress.hpp"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-/// A line on standard error that counts up, when somebody watches.
-class Progress {
- public:
-  Progress(std::string what, std::size_t total) : what_(std::move(what)), total_(total) {}
-  ~Progress() {
-    if (shown_) {
-      std::cerr << "\r\033[K" << std::flush;
-    }
-  }
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-
-  void step() {
-    ++done_;
-    if (!watched_ || Clock::now() - last_ < std::chrono::milliseconds(200)) {
-      return;
-    }
-    last_ = Clock::now();
-    shown_ = true;
-    std::cerr << "\r" << what_ << ": " << done_ << " of " << total_ << std::flush;
-  }
-
- private:
-  std::string what_;
-  std::size_t total_;
-  std::size_t done_ = 0;
-  bool watched_ = isatty(STDERR_FILENO) != 0;
-  bool shown_ = false;
-  Clock::time_point last_ = Clock::now();
-};
 
 /// Ranks one sentence up to the wanted label; `to_first` is the time up to the first group.
 Outcome rank_sentence(const Contender& contender, const std::string& sentence,
@@ -99,7 +67,8 @@ IntentResult evaluate_intents(const Contender& contender, const Intents& tests,
   for (const auto& [label, sentences] : tests) {
     test_count += sentences.size();
   }
-  Progress progress(contender.name, test_count);
+  Progress progress(contender.name);
+  std::size_t done = 0;
 
   IntentResult result;
   std::vector<double> in_scope_scores;
@@ -110,12 +79,12 @@ IntentResult evaluate_intents(const Contender& contender, const Intents& tests,
       result.outcomes.push_back(rank_sentence(contender, sentence, label, duration));
       in_scope_scores.push_back(result.outcomes.back().best_score);
       total += duration;
-      progress.step();
+      progress.show(++done, test_count);
     }
   }
   for (const std::string& sentence : out_of_scope) {
     result.out_of_scope_scores.push_back(best_score(contender, sentence));
-    progress.step();
+    progress.show(++done, test_count);
   }
   result.figures = ranking_figures(result.outcomes);
   result.area_under_roc = area_under_roc(in_scope_scores, result.out_of_scope_scores);
@@ -125,13 +94,13 @@ IntentResult evaluate_intents(const Contender& contender, const Intents& tests,
 }
 
 PairResult evaluate_pairs(const Contender& contender, const std::vector<ScoredPair>& pairs) {
-  Progress progress(contender.name, pairs.size());
+  Progress progress(contender.name);
   std::vector<double> wanted;
   std::vector<double> measured;
   for (const ScoredPair& pair : pairs) {
     wanted.push_back(pair.score);
     measured.push_back(contender.similarity(pair.first, pair.second));
-    progress.step();
+    progress.show(measured.size(), pairs.size());
   }
   return {pearson(wanted, measured), spearman(wanted, measured)};
 }
