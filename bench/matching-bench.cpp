@@ -6,6 +6,7 @@
 #include <velmora/preprocess.hpp>
 #include <velmora/query-weighting.hpp>
 #include <velmora/ranking.hpp>
+#include <velmora/term-matrix.hpp>
 
 #include "synthetic-dialogue.hpp"
 #include "text/stem-set.hpp"

@@ -13,6 +13,7 @@
 #include <velmora/query-weighting.hpp>
 #include <velmora/ranking.hpp>
 #include <velmora/similarity.hpp>
+#include <velmora/term-matrix.hpp>
 
 #include "engine/velmora-private.hpp"
 #include "support.hpp"

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "../ranking/cosine-of.hpp"
+#include "../ranking/cosine.hpp"
 #include "../support/log-site.hpp"
 #include "rule-compilation.hpp"
 

@@ -3,10 +3,10 @@
 #include <Eigen/LU>
 #include <algorithm>
 #include <iterator>
+#include <velmora/preprocess.hpp>
+#include <velmora/query-weighting.hpp>
 
-#include "../text/matrix-terms.hpp"
-#include "velmora/preprocess.hpp"
-#include "velmora/query-weighting.hpp"
+#include "matrix-terms.hpp"
 
 namespace VX::Dialog::detail {
 

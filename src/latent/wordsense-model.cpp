@@ -1,12 +1,10 @@
-// The model record and its scalar file. Tested by tests/latent/matrix-files-test.cpp.
-#include <velmora/wordsense-model.hpp>
-
 #include <fstream>
+#include <velmora/matrix-files.hpp>
+#include <velmora/wordsense-model.hpp>
 
 #include "../support/log-site.hpp"
 #include "../support/number-text.hpp"
-#include "../support/text-file.hpp"
-#include "velmora/matrix-files.hpp"
+#include "logged-opening.hpp"
 
 wordsense_model::wordsense_model() = default;
 wordsense_model::wordsense_model(const wordsense_model& other) = default;
@@ -30,10 +28,9 @@ using zu::log::Level;
 bool read_wordsense_model(std::string path, wordsense_model& model) {
   VELMORA_LOG(model_log, Level::info, "read_wordsense_model")
       << "read_wordsense_model() from " << path;
-  const std::optional<std::string> text = detail::read_text_file(path);
+  const std::optional<std::string> text = detail::read_or_log(
+      path, {model_log, "read_wordsense_model", " read_wordsense_model() Cannot open file "});
   if (!text) {
-    VELMORA_LOG(model_log, Level::error, "read_wordsense_model")
-        << " read_wordsense_model() Cannot open file " << path;
     return false;
   }
   detail::NumberReader numbers(*text);

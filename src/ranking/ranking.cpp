@@ -4,7 +4,7 @@
 #include <velmora/snapshot.hpp>
 
 #include "../support/checked-lookup.hpp"
-#include "cosine-of.hpp"
+#include "cosine.hpp"
 #include "scoring.hpp"
 
 namespace VX::Dialog {

@@ -1,36 +1,11 @@
-// The cosine, and the comparison of vectors in a file. Tested by tests/offline/offline-test.cpp.
-#include <cmath>
 #include <fstream>
 #include <iostream>
 #include <velmora/similarity.hpp>
 
 #include "../support/number-text.hpp"
-#include "cosine-of.hpp"
+#include "cosine.hpp"
 
 namespace VX::Dialog {
-
-namespace detail {
-
-double cosine_of(const std::vector<double>& first, const std::vector<double>& second) {
-  if (first.empty() || second.size() < first.size()) {
-    return 0.0;
-  }
-  double dot = 0.0;
-  double first_square = 0.0;
-  double second_square = 0.0;
-  // Three sums side by side, each in index order; a longer second vector's tail does not count.
-  for (std::size_t d = 0; d != first.size(); ++d) {
-    dot += first[d] * second[d];
-    first_square += first[d] * first[d];
-    second_square += second[d] * second[d];
-  }
-  if (dot == 0.0) {
-    return 0.0;
-  }
-  return dot / std::sqrt(first_square) / std::sqrt(second_square);
-}
-
-}  // namespace detail
 
 double cosine(std::vector<double> first, std::vector<double> second) {
   return detail::cosine_of(first, second);

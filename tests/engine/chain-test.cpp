@@ -10,6 +10,7 @@
 #include <velmora/preprocess.hpp>
 #include <velmora/query-weighting.hpp>
 #include <velmora/ranking.hpp>
+#include <velmora/term-matrix.hpp>
 
 #include "engine/velmora-private.hpp"
 #include "kit/fixtures.hpp"

@@ -4,7 +4,7 @@
 
 #include <Eigen/LU>
 #include <velmora/inference.hpp>
-#include <velmora/query-weighting.hpp>
+#include <velmora/term-matrix.hpp>
 #include <velmora/updater.hpp>
 
 #include "kit/fixtures.hpp"

@@ -6,6 +6,7 @@
 #include <velmora/frequencies.hpp>
 #include <velmora/preprocess.hpp>
 #include <velmora/query-weighting.hpp>
+#include <velmora/term-matrix.hpp>
 
 #include "kit/fixtures.hpp"
 
