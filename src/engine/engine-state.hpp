@@ -2,7 +2,8 @@
 //
 // VelmoraPrivate and AppModelPrivate are this state plus their published members; every member is a
 // line or two around a function over the state (rule-compilation.hpp, matching.hpp, ...). What
-// differs between the two comes in as an EngineKind. Not installed.
+// differs between the two is an argument: a threshold, or how the engine reports. Not installed.
+// Tested by the tests in tests/engine/.
 #pragma once
 
 #include <fennel/stemmer.hpp>
@@ -12,6 +13,8 @@
 #include <string>
 #include <vector>
 #include <velmora/wordsense-model.hpp>
+
+#include "../support/tables.hpp"
 
 namespace zu::log {
 class Category;
@@ -23,7 +26,7 @@ namespace VX::Dialog {
 /// nothing but the engine functions writes them.
 struct EngineState {
   std::string fModelRoot;       ///< language directory of the selected model, ends in "/"
-  std::string fModelDir;        ///< fModelRoot + "model/"; snapshots lie here too
+  std::string fModelDir;        ///< fModelRoot + "model/"; snapshots are here too
   std::string fModelFile;       ///< fModelDir + "model"
   std::string fReservedFile;    ///< not in use
   std::string fIdfFile;         ///< fModelDir + "idf"
@@ -31,30 +34,41 @@ struct EngineState {
   std::string fReservedPath;    ///< not in use
   std::string fReservedName;    ///< not in use
   std::map<int, std::map<int, double>> fWordDists;  ///< cosines by position in the vocabulary
-  std::map<std::string, int> fVocab;                ///< word to word id
-  std::map<std::string, int> fRuleFreqs;            ///< stem to number of rules that hold it
-  std::map<int, double> fIdf;                       ///< word id to idf
+  detail::Vocabulary fVocab;                        ///< word to word id
+  detail::StemCounts fRuleFreqs;                    ///< stem to number of rules that hold it
+  detail::IdfTable fIdf;                            ///< word id to idf
   wordsense_model fModel;                           ///< the latent model
-  Eigen::MatrixXd fModelGram;  ///< D x D: missing_weight * word_factors * word_factors'
-  std::vector<std::vector<double>> fRuleVectors;        ///< one latent vector a distinct stem set
+  Eigen::MatrixXd fModelGram;        ///< D x D: missing_weight * word_factors * word_factors'
+  detail::VectorTable fRuleVectors;  ///< one latent vector a distinct stem set
   std::map<int, std::vector<double>> fReservedVectors;  ///< not in use
   std::set<int> fActive_rules;                          ///< ids that matching may return
-  std::map<int, std::vector<std::string>> fRuleWords;   ///< rule id to its known stems
-  std::map<int, int> fRuleRows;                         ///< rule id to its row of fRuleVectors
+  detail::RuleTable fRuleWords;                         ///< rule id to its known stems
+  detail::RowTable fRuleRows;                           ///< rule id to its row of fRuleVectors
   int fMaxResults = 0;                ///< matching appends one entry more than this
   std::unique_ptr<Stemmer> fStemmer;  ///< null until rules are first compiled
   std::string fLanguage;              ///< language code
 };
 
-/// What differs between the engines.
-struct EngineKind {
-  zu::log::Category* log;   ///< category of the engine's own log lines
-  const bool& dumps;        ///< the switch for dumps of the warm start
-  bool guard_tells_active;  ///< whether the refusal of a match tells the number of active rules
-};
-
 /// fMaxResults of an engine that starts without a language, and of one made for a language.
 inline constexpr int kMaxResults = 20;
 inline constexpr int kMaxResultsOfLanguage = 10;
+
+namespace detail {
+
+/// How an engine reports, which is what differs between the two.
+struct Reporting {
+  zu::log::Category* log;      ///< category of the engine's own log lines
+  const bool& dumps;           ///< the switch for dumps of the warm start
+  bool refusal_counts_active;  ///< whether the log line of a refused match counts active rules
+};
+
+/// The tables of an engine that fold_in reads (src/latent/fold-in.hpp).
+struct LatentSpace;
+LatentSpace latent_space(const EngineState& engine);
+
+/// Gives the engine a fresh stemmer for its language.
+void renew_stemmer(EngineState& engine);
+
+}  // namespace detail
 
 }  // namespace VX::Dialog

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "../latent/fold-in.hpp"
 #include "../ranking/scoring.hpp"
 #include "../support/log-site.hpp"
 #include "../text/stem-set.hpp"
-#include "rule-compilation.hpp"
 
 namespace VX::Dialog::detail {
 
@@ -16,13 +16,13 @@ bool can_match(const EngineState& engine) {
          engine.fStemmer != nullptr;
 }
 
-void log_refusal(const EngineState& engine, const EngineKind& kind) {
-  if (kind.guard_tells_active) {
-    VELMORA_LOG(kind.log, zu::log::Level::error, "xMatchInput")
+void log_refusal(const EngineState& engine, const Reporting& reporting) {
+  if (reporting.refusal_counts_active) {
+    VELMORA_LOG(reporting.log, zu::log::Level::error, "xMatchInput")
         << "fVocab.size() " << engine.fVocab.size() << "fModel.dim " << engine.fModel.dim
         << "fActive_rules.size() " << engine.fActive_rules.size();
   } else {
-    VELMORA_LOG(kind.log, zu::log::Level::error, "xMatchInput")
+    VELMORA_LOG(reporting.log, zu::log::Level::error, "xMatchInput")
         << "fVocab.size() " << engine.fVocab.size() << "fModel.dim " << engine.fModel.dim;
   }
 }
@@ -35,21 +35,21 @@ void activate_all_rules(EngineState& engine) {
   }
 }
 
-int match_sentence(EngineState& engine, const EngineKind& kind, const std::string& sentence,
+int match_sentence(EngineState& engine, const Reporting& reporting, const std::string& sentence,
                    std::optional<double> threshold, MatchList& matches) {
   if (!can_match(engine)) {
-    log_refusal(engine, kind);
+    log_refusal(engine, reporting);
     return -1;
   }
   VectorTable queries;
   fold_in({{0, stem_set(*engine.fStemmer, sentence)}}, latent_space(engine), queries);
   // One entry more than the field says: the cap is part of the contract as it stands.
   const std::size_t limit = static_cast<std::size_t>(std::max(engine.fMaxResults, 0)) + 1;
-  std::map<double, std::vector<int>> best = best_scores(
-      engine.fRuleVectors, queries.front(), engine.fActive_rules, engine.fRuleRows, limit);
+  ScoreGroups best = best_scores(engine.fRuleVectors, queries.front(), engine.fActive_rules,
+                                 engine.fRuleRows, limit);
   matches.reserve(matches.size() + best.size());  // all or nothing is appended
   for (auto group = best.rbegin(); group != best.rend(); ++group) {
-    // A score that is no number reaches no threshold.
+    // A NaN reaches no threshold.
     if (!threshold || group->first >= *threshold) {
       matches.emplace_back(group->first, std::move(group->second));
     }

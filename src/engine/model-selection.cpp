@@ -1,11 +1,12 @@
 #include "model-selection.hpp"
 
-#include <boost/filesystem.hpp>
 #include <velmora/dictionary.hpp>
 #include <zu/path.hpp>
 
 #include "../latent/fold-in.hpp"
 #include "../support/log-site.hpp"
+#include "../support/model-files.hpp"
+#include "../support/path-exists.hpp"
 
 namespace VX::Dialog::detail {
 
@@ -16,17 +17,12 @@ bool root_exists(std::string root) {
   while (root.size() > 1 && root.back() == '/') {
     root.pop_back();
   }
-  return exists(root);
+  return path_exists(root);
 }
 
 }  // namespace
 
-bool exists(const std::string& path) {
-  const boost::filesystem::file_type type = boost::filesystem::status(path).type();
-  return type != boost::filesystem::status_error && type != boost::filesystem::file_not_found;
-}
-
-bool select_model(EngineState& engine, const EngineKind& kind, const std::string& path,
+bool select_model(EngineState& engine, const Reporting& reporting, const std::string& path,
                   const std::string& language) {
   engine.fLanguage = language;  // stays, whatever comes of the rest
   const std::string own_root = path + "/" + engine.fLanguage + "/";
@@ -36,19 +32,19 @@ bool select_model(EngineState& engine, const EngineKind& kind, const std::string
     const std::string default_root =
         zu::path::findData("dialog", "velmora/data/" + engine.fLanguage + "/", false);
     if (!root_exists(default_root)) {
-      VELMORA_LOG(kind.log, zu::log::Level::error, "xSetModel")
+      VELMORA_LOG(reporting.log, zu::log::Level::error, "xSetModel")
           << "SetModel(): Semantic model file not found: " << default_root;
       return false;
     }
     engine.fModelRoot = default_root;
-    VELMORA_LOG(kind.log, zu::log::Level::info, "xSetModel")
+    VELMORA_LOG(reporting.log, zu::log::Level::info, "xSetModel")
         << "SetModel(): " << own_root << " not found  using default model " << default_root;
   }
-  engine.fModelDir = engine.fModelRoot + "model/";
-  engine.fModelFile = engine.fModelDir + "model";
-  engine.fIdfFile = engine.fModelDir + "idf";
-  engine.fDictionaryFile = engine.fModelDir + "dictionary";
-  // A model that can't be read is told by the log and by matching, not here.
+  engine.fModelDir = engine.fModelRoot + kModelFolder;
+  engine.fModelFile = engine.fModelDir + kModelFile;
+  engine.fIdfFile = engine.fModelDir + kIdfFile;
+  engine.fDictionaryFile = engine.fModelDir + kDictionaryFile;
+  // A model that can't be read is reported by the log and by matching, not here.
   (void)load_semantic_models(engine);
   return true;
 }

@@ -1,5 +1,6 @@
-// Which model directory an engine uses, and loading it. Not installed. Tested by
-// tests/engine/model-selection-test.cpp.
+// Which model directory an engine uses, and loading it.
+//
+// Used by both private engines. Not installed. Tested by tests/engine/model-selection-test.cpp.
 #pragma once
 
 #include <string>
@@ -8,13 +9,9 @@
 
 namespace VX::Dialog::detail {
 
-/// True when the file system has an entry at `path`. Throws
-/// boost::filesystem::filesystem_error when it can't tell.
-bool exists(const std::string& path);
-
 /// Selects <path>/<language>/ or, failing that, the installed data, and loads the model there.
 /// False when there is neither; only fLanguage has changed then.
-bool select_model(EngineState& engine, const EngineKind& kind, const std::string& path,
+bool select_model(EngineState& engine, const Reporting& reporting, const std::string& path,
                   const std::string& language);
 
 /// Reads dictionary, idf table and model, in this order. False when the scalar file of the model

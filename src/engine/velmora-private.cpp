@@ -3,6 +3,7 @@
 #include <velmora/debug.hpp>
 
 #include "../support/log-site.hpp"
+#include "../support/tables.hpp"
 #include "matching.hpp"
 #include "model-selection.hpp"
 #include "rule-compilation.hpp"
@@ -11,10 +12,14 @@
 
 namespace VX::Dialog {
 
+using detail::MatchList;
+using detail::RuleTable;
+using detail::VectorTable;
+
 namespace {
 
-EngineKind kind() {
-  return {detail::command_log, DEBUG, /*guard_tells_active=*/true};
+detail::Reporting reporting() {
+  return {detail::command_log, DEBUG, /*refusal_counts_active=*/true};
 }
 
 }  // namespace
@@ -37,35 +42,33 @@ bool VelmoraPrivate::xLoadSemanticModels() {
 }
 
 bool VelmoraPrivate::xSetModel(std::string& path, std::string& language) {
-  return detail::select_model(*this, kind(), path, language);
+  return detail::select_model(*this, reporting(), path, language);
 }
 
-bool VelmoraPrivate::xLoadDialogVectors(std::map<int, std::vector<std::string>>& rules) {
-  return detail::compile_rules(*this, rules);
+bool VelmoraPrivate::xLoadDialogVectors(RuleTable& rules) {
+  detail::compile_rules(*this, rules);
+  return true;
 }
 
-bool VelmoraPrivate::xLoadDialogVectorsFromFile(const std::string path,
-                                                std::map<int, std::vector<std::string>> rules,
+bool VelmoraPrivate::xLoadDialogVectorsFromFile(const std::string path, RuleTable rules,
                                                 bool compileNewRules) {
-  return detail::load_from_file(*this, kind(), path, std::move(rules), compileNewRules);
+  return detail::load_from_file(*this, reporting(), path, std::move(rules), compileNewRules);
 }
 
-bool VelmoraPrivate::load_snapshot_index(const std::string path,
-                                         std::vector<std::vector<double>>& ls,
-                                         std::map<int, std::vector<std::string>>& rules,
+bool VelmoraPrivate::load_snapshot_index(const std::string path, VectorTable& ls, RuleTable& rules,
                                          Stemmer* stemmer) {
-  return detail::load_snapshot_index(*this, kind(), path, ls, rules, *stemmer);
+  detail::load_snapshot_index(*this, reporting(), path, ls, rules, *stemmer);
+  return true;
 }
 
-bool VelmoraPrivate::load_snapshot_ls2(const std::string path, std::vector<std::vector<double>>& ls,
-                                       std::map<int, std::vector<std::string>>& rules,
+bool VelmoraPrivate::load_snapshot_ls2(const std::string path, VectorTable& ls, RuleTable& rules,
                                        Stemmer* stemmer) {
-  return detail::load_snapshot_merge(*this, kind(), path, ls, rules, *stemmer);
+  detail::load_snapshot_merge(*this, reporting(), path, ls, rules, *stemmer);
+  return true;
 }
 
-int VelmoraPrivate::xMatchInput(const std::string sentence,
-                                std::vector<std::pair<double, std::vector<int>>>& matches) {
-  return detail::match_sentence(*this, kind(), sentence, std::nullopt, matches);
+int VelmoraPrivate::xMatchInput(const std::string sentence, MatchList& matches) {
+  return detail::match_sentence(*this, reporting(), sentence, std::nullopt, matches);
 }
 
 void VelmoraPrivate::xUpdateActiveRules(std::set<int>& rule_ids) {
@@ -92,7 +95,7 @@ double VelmoraPrivate::xSimpleDist(std::vector<std::string> first,
 }
 
 std::map<double, std::string> VelmoraPrivate::xSpecificities(const std::string sentence) {
-  return detail::specificities(*this, kind(), sentence);
+  return detail::specificities(*this, reporting(), sentence);
 }
 
 int VelmoraPrivate::loadWordDists() {

@@ -29,20 +29,18 @@ class VELMORA_EXPORT VelmoraPrivate : public EngineState {
   /// See Velmora::setModel.
   bool xSetModel(std::string& path, std::string& language);
   /// See Velmora::loadDialogVectors; `rules` ends up with the rules' known stems.
-  bool xLoadDialogVectors(std::map<int, std::vector<std::string>>& rules);
+  bool xLoadDialogVectors(detail::RuleTable& rules);
   /// See Velmora::loadDialogVectorsFromFile.
-  bool xLoadDialogVectorsFromFile(const std::string path,
-                                  std::map<int, std::vector<std::string>> rules,
+  bool xLoadDialogVectorsFromFile(const std::string path, detail::RuleTable rules,
                                   bool compileNewRules);
   /// The index load of warm-start.hpp into `ls`; `rules` stays.
-  bool load_snapshot_index(const std::string path, std::vector<std::vector<double>>& ls,
-                           std::map<int, std::vector<std::string>>& rules, Stemmer* stemmer);
+  bool load_snapshot_index(const std::string path, detail::VectorTable& ls,
+                           detail::RuleTable& rules, Stemmer* stemmer);
   /// The merge load of warm-start.hpp into `ls`; `rules` is emptied.
-  bool load_snapshot_ls2(const std::string path, std::vector<std::vector<double>>& ls,
-                         std::map<int, std::vector<std::string>>& rules, Stemmer* stemmer);
+  bool load_snapshot_ls2(const std::string path, detail::VectorTable& ls, detail::RuleTable& rules,
+                         Stemmer* stemmer);
   /// See Velmora::matchInput.
-  int xMatchInput(const std::string sentence,
-                  std::vector<std::pair<double, std::vector<int>>>& matches);
+  int xMatchInput(const std::string sentence, detail::MatchList& matches);
   /// Adds ids to the active set; they are not checked. The argument is only read.
   void xUpdateActiveRules(std::set<int>& rule_ids);
   /// Adds the ids of all compiled rules to the active set.

@@ -1,9 +1,13 @@
 // The public class: forwards to its engine. Tested by tests/api/velmora-test.cpp.
 #include <velmora/velmora.hpp>
 
+#include "../support/tables.hpp"
 #include "velmora-private.hpp"
 
 namespace VX::Dialog {
+
+using detail::MatchList;
+using detail::RuleTable;
 
 Velmora::Velmora() : engine_(std::make_unique<VelmoraPrivate>()) {}
 
@@ -21,20 +25,16 @@ bool Velmora::loadSemanticModels(std::string& /*ignored*/) {
   return engine_->xLoadSemanticModels();
 }
 
-bool Velmora::loadDialogVectors(std::string& /*ignored*/,
-                                std::map<int, std::vector<std::string>> rules) {
+bool Velmora::loadDialogVectors(std::string& /*ignored*/, RuleTable rules) {
   return engine_->xLoadDialogVectors(rules);
 }
 
-bool Velmora::loadDialogVectorsFromFile(const std::string path,
-                                        std::map<int, std::vector<std::string>> rules,
+bool Velmora::loadDialogVectorsFromFile(const std::string path, RuleTable rules,
                                         const std::string& /*ignored*/, bool compileNewRules) {
   return engine_->xLoadDialogVectorsFromFile(path, std::move(rules), compileNewRules);
 }
 
-int Velmora::matchInput(const std::string sentence,
-                        std::vector<std::pair<double, std::vector<int>>>& matches,
-                        std::string& /*ignored*/) {
+int Velmora::matchInput(const std::string sentence, MatchList& matches, std::string& /*ignored*/) {
   return engine_->xMatchInput(sentence, matches);
 }
 

@@ -2,20 +2,20 @@
 
 #include <iostream>
 
+#include "../latent/fold-in.hpp"
 #include "../ranking/cosine.hpp"
 #include "../support/log-site.hpp"
-#include "rule-compilation.hpp"
 
 namespace VX::Dialog::detail {
 
 double list_similarity(const EngineState& engine, std::vector<std::string> first,
                        std::vector<std::string> second) {
-  std::vector<std::vector<double>> vectors;
+  VectorTable vectors;
   fold_in({{0, std::move(first)}, {1, std::move(second)}}, latent_space(engine), vectors);
   return cosine_of(vectors[0], vectors[1]);
 }
 
-std::map<double, std::string> specificities(const EngineState& engine, const EngineKind& kind,
+std::map<double, std::string> specificities(const EngineState& engine, const Reporting& reporting,
                                             const std::string& sentence) {
   std::vector<std::string> stems;
   if (engine.fStemmer) {
@@ -25,7 +25,7 @@ std::map<double, std::string> specificities(const EngineState& engine, const Eng
   for (const std::string& stem : stems) {
     const auto word = engine.fVocab.find(stem);
     if (word == engine.fVocab.end()) {
-      VELMORA_LOG(kind.log, zu::log::Level::info, "xSpecificities")
+      VELMORA_LOG(reporting.log, zu::log::Level::info, "xSpecificities")
           << "Specificities, word not found: " << stem;
       continue;
     }
@@ -44,12 +44,12 @@ void load_word_distances(EngineState& engine) {
   const int word_count = static_cast<int>(engine.fVocab.size());
   std::cout << "nb_queries " << word_count << "\n"
             << "fVocab.size() " << word_count << "\n";
-  std::map<int, std::vector<std::string>> words;
+  RuleTable words;
   int position = 0;
   for (const auto& [word, word_id] : engine.fVocab) {
     words[position++] = {word};
   }
-  std::vector<std::vector<double>> vectors;
+  VectorTable vectors;
   fold_in(words, latent_space(engine), vectors);
 
   std::map<int, std::map<int, double>> distances;

@@ -1,5 +1,6 @@
-// Measures on words: similarity of two lists, specificity, and the table of all pairs. Not
-// installed. Tested by tests/engine/matching-test.cpp.
+// Measures on words: similarity of two lists, specificity, and the table of all pairs.
+//
+// Used by VelmoraPrivate. Not installed. Tested by tests/engine/matching-test.cpp.
 #pragma once
 
 #include <map>
@@ -15,7 +16,7 @@ double list_similarity(const EngineState& engine, std::vector<std::string> first
                        std::vector<std::string> second);
 
 /// Idf to stem for the known stems of a sentence; the sentence itself under 1.0 when there is none.
-std::map<double, std::string> specificities(const EngineState& engine, const EngineKind& kind,
+std::map<double, std::string> specificities(const EngineState& engine, const Reporting& reporting,
                                             const std::string& sentence);
 
 /// Fills fWordDists with the cosines of all pairs of words and prints them.

@@ -44,8 +44,8 @@ void write_matrix(std::ofstream& out, const Matrix& matrix) {
 }  // namespace
 
 bool read_mat_data(char* path, Eigen::MatrixXd& matrix) {
-  const std::optional<std::string> text = detail::read_or_log(
-      path, {corpus_log, "read_mat_data", "read_mat_data() Cannot open file "});
+  const std::optional<std::string> text =
+      detail::read_or_log(path, {corpus_log, "read_mat_data", "read_mat_data() Cannot open file "});
   if (!text) {
     return false;
   }

@@ -72,17 +72,16 @@ Eigen::VectorXd fold_in_terms(const std::vector<Term>& terms, const wordsense_mo
   return Y * v;
 }
 
-void fold_in(const std::map<int, std::vector<std::string>>& sentences, const LatentSpace& space,
-             std::vector<std::vector<double>>& vectors) {
-  std::map<int, std::vector<int>> word_ids;
+void fold_in(const RuleTable& sentences, const LatentSpace& space, VectorTable& vectors) {
+  WordIdTable word_ids;
   word_indices(sentences, space.vocabulary, word_ids);
-  std::map<int, std::map<int, double>> weights;
+  WeightTable weights;
   tfidf(word_ids, space.idf, weights);
 
   const auto dim = static_cast<std::size_t>(std::max(space.model.dim, 0));
   const bool computable = shapes_agree(space.model, space.word_gram);
   const auto vocabulary_size = static_cast<long>(space.vocabulary.size());
-  std::vector<std::vector<double>> folded;
+  VectorTable folded;
   folded.reserve(weights.size());
   std::vector<Term> terms;
   for (const auto& [sentence_id, sentence_weights] : weights) {

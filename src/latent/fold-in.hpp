@@ -12,6 +12,8 @@
 
 #include <velmora/wordsense-model.hpp>
 
+#include "../support/tables.hpp"
+
 namespace VX::Dialog::detail {
 
 /// A word of a sentence as inference sees it.
@@ -23,8 +25,8 @@ struct Term {
 
 /// What folding needs beside the sentences. Refers to tables that must outlive it.
 struct LatentSpace {
-  const std::map<std::string, int>& vocabulary;
-  const std::map<int, double>& idf;
+  const Vocabulary& vocabulary;
+  const IdfTable& idf;
   const wordsense_model& model;
   const Eigen::MatrixXd& word_gram;
 };
@@ -45,7 +47,6 @@ Eigen::VectorXd fold_in_terms(const std::vector<Term>& terms, const wordsense_mo
 /// id. Stems outside the vocabulary play no part; a sentence without known stems, and every
 /// sentence of a model whose shapes disagree, is zeros. Nothing is appended when an exception
 /// passes.
-void fold_in(const std::map<int, std::vector<std::string>>& sentences, const LatentSpace& space,
-             std::vector<std::vector<double>>& vectors);
+void fold_in(const RuleTable& sentences, const LatentSpace& space, VectorTable& vectors);
 
 }  // namespace VX::Dialog::detail

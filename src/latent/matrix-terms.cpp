@@ -4,7 +4,7 @@
 
 namespace VX::Dialog::detail {
 
-std::vector<std::pair<int, double>> matrix_terms(const std::map<int, double>& weights,
+std::vector<std::pair<int, double>> matrix_terms(const SentenceWeights& weights,
                                                  long vocabulary_size) {
   std::vector<std::pair<int, double>> terms;
   terms.reserve(weights.size());

@@ -1,11 +1,14 @@
 #include <velmora/term-matrix.hpp>
 
+#include "../support/tables.hpp"
 #include "matrix-terms.hpp"
 
 namespace VX::Dialog {
 
-void read_smat_data_OPTIM(const std::map<int, std::map<int, double>>& weights,
-                          Eigen::SparseMatrix<double>& matrix) {
+using detail::VectorTable;
+using detail::WeightTable;
+
+void read_smat_data_OPTIM(const WeightTable& weights, Eigen::SparseMatrix<double>& matrix) {
   Eigen::Index column = 0;
   for (const auto& [sentence_id, sentence_weights] : weights) {
     for (const auto& [word_id, weight] : detail::matrix_terms(sentence_weights, matrix.rows())) {
@@ -21,7 +24,7 @@ void read_smat_data_OPTIM(const std::map<int, std::map<int, double>>& weights,
   }
 }
 
-void mat2vec(const Eigen::MatrixXd& matrix, std::vector<std::vector<double>>& vectors) {
+void mat2vec(const Eigen::MatrixXd& matrix, VectorTable& vectors) {
   for (Eigen::Index column = 0; column != matrix.cols(); ++column) {
     const double* first = matrix.data() + column * matrix.rows();
     vectors.emplace_back(first, first + matrix.rows());

@@ -3,6 +3,7 @@
 #include <velmora/wordsense-model.hpp>
 
 #include "../support/log-site.hpp"
+#include "../support/model-files.hpp"
 #include "../support/number-text.hpp"
 #include "logged-opening.hpp"
 
@@ -37,7 +38,7 @@ bool read_wordsense_model(std::string path, wordsense_model& model) {
   numbers.read(model.dim);
   numbers.read(model.lambda);
   numbers.read(model.missing_weight);
-  std::string matrix_path = path + ".conf";
+  std::string matrix_path = path + detail::kFactorsSuffix;
   // A missing matrix is logged there and is no failure here: the scalars count.
   (void)read_mat_data(matrix_path.data(), model.word_factors);
   return true;

@@ -7,13 +7,18 @@
 #include "../engine/rule-compilation.hpp"
 #include "../engine/warm-start.hpp"
 #include "../support/log-site.hpp"
+#include "../support/tables.hpp"
 
 namespace VX::Dialog {
 
+using detail::MatchList;
+using detail::RuleTable;
+using detail::VectorTable;
+
 namespace {
 
-EngineKind kind() {
-  return {detail::app_command_log, DEBUGAPP, /*guard_tells_active=*/false};
+detail::Reporting reporting() {
+  return {detail::app_command_log, DEBUGAPP, /*refusal_counts_active=*/false};
 }
 
 }  // namespace
@@ -36,37 +41,33 @@ bool AppModelPrivate::xLoadSemanticModels() {
 }
 
 bool AppModelPrivate::xSetModel(const std::string& path, const std::string& language) {
-  return detail::select_model(*this, kind(), path, language);
+  return detail::select_model(*this, reporting(), path, language);
 }
 
-bool AppModelPrivate::xLoadDialogVectors(std::map<int, std::vector<std::string>>& rules) {
-  return detail::compile_rules(*this, rules);
+bool AppModelPrivate::xLoadDialogVectors(RuleTable& rules) {
+  detail::compile_rules(*this, rules);
+  return true;
 }
 
-bool AppModelPrivate::xLoadDialogVectorsFromFile(const std::string path,
-                                                 std::map<int, std::vector<std::string>> rules,
+bool AppModelPrivate::xLoadDialogVectorsFromFile(const std::string path, RuleTable rules,
                                                  bool compileNewRules) {
-  return detail::load_from_file(*this, kind(), path, std::move(rules), compileNewRules);
+  return detail::load_from_file(*this, reporting(), path, std::move(rules), compileNewRules);
 }
 
-bool AppModelPrivate::load_snapshot_index(const std::string path,
-                                          std::vector<std::vector<double>>& ls,
-                                          std::map<int, std::vector<std::string>>& rules,
+bool AppModelPrivate::load_snapshot_index(const std::string path, VectorTable& ls, RuleTable& rules,
                                           Stemmer* stemmer) {
-  return detail::load_snapshot_index(*this, kind(), path, ls, rules, *stemmer);
+  detail::load_snapshot_index(*this, reporting(), path, ls, rules, *stemmer);
+  return true;
 }
 
-bool AppModelPrivate::load_snapshot_ls2(const std::string path,
-                                        std::vector<std::vector<double>>& ls,
-                                        std::map<int, std::vector<std::string>>& rules,
+bool AppModelPrivate::load_snapshot_ls2(const std::string path, VectorTable& ls, RuleTable& rules,
                                         Stemmer* stemmer) {
-  return detail::load_snapshot_merge(*this, kind(), path, ls, rules, *stemmer);
+  detail::load_snapshot_merge(*this, reporting(), path, ls, rules, *stemmer);
+  return true;
 }
 
-int AppModelPrivate::xMatchInput(const std::string sentence,
-                                 std::vector<std::pair<double, std::vector<int>>>& matches,
-                                 double threshold) {
-  return detail::match_sentence(*this, kind(), sentence, threshold, matches);
+int AppModelPrivate::xMatchInput(const std::string sentence, MatchList& matches, double threshold) {
+  return detail::match_sentence(*this, reporting(), sentence, threshold, matches);
 }
 
 bool AppModelPrivate::xActiveAllRules() {

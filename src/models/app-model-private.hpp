@@ -27,17 +27,15 @@ class VELMORA_EXPORT AppModelPrivate : public EngineState {
   /// As the members of VelmoraPrivate.
   bool xLoadSemanticModels();
   bool xSetModel(const std::string& path, const std::string& language);
-  bool xLoadDialogVectors(std::map<int, std::vector<std::string>>& rules);
-  bool xLoadDialogVectorsFromFile(const std::string path,
-                                  std::map<int, std::vector<std::string>> rules,
+  bool xLoadDialogVectors(detail::RuleTable& rules);
+  bool xLoadDialogVectorsFromFile(const std::string path, detail::RuleTable rules,
                                   bool compileNewRules);
-  bool load_snapshot_index(const std::string path, std::vector<std::vector<double>>& ls,
-                           std::map<int, std::vector<std::string>>& rules, Stemmer* stemmer);
-  bool load_snapshot_ls2(const std::string path, std::vector<std::vector<double>>& ls,
-                         std::map<int, std::vector<std::string>>& rules, Stemmer* stemmer);
+  bool load_snapshot_index(const std::string path, detail::VectorTable& ls,
+                           detail::RuleTable& rules, Stemmer* stemmer);
+  bool load_snapshot_ls2(const std::string path, detail::VectorTable& ls, detail::RuleTable& rules,
+                         Stemmer* stemmer);
   /// Passes over entries below the threshold; they do not count against the cap.
-  int xMatchInput(const std::string sentence,
-                  std::vector<std::pair<double, std::vector<int>>>& matches, double threshold);
+  int xMatchInput(const std::string sentence, detail::MatchList& matches, double threshold);
   /// Always true.
   bool xActiveAllRules();
 };

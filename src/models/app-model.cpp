@@ -4,9 +4,13 @@
 
 #include "../support/checked-lookup.hpp"
 #include "../support/log-site.hpp"
+#include "../support/tables.hpp"
 #include "app-model-private.hpp"
 
 namespace VX::Dialog {
+
+using detail::MatchList;
+using detail::RuleTable;
 
 AppModel::AppModel() : engine_(std::make_unique<AppModelPrivate>()) {}
 
@@ -14,7 +18,7 @@ AppModel::~AppModel() = default;
 
 bool AppModel::setModel(const std::string path, const std::string language,
                         std::map<std::string, std::vector<std::string>>& applications) {
-  std::map<int, std::vector<std::string>> rules;
+  RuleTable rules;
   int number = 0;
   for (const auto& [name, sentences] : applications) {
     rules[number] = sentences;
@@ -42,7 +46,7 @@ int AppModel::matchInput(const std::string sentence,
         << "no application indexed";
     return -1;
   }
-  std::vector<std::pair<double, std::vector<int>>> numbered;
+  MatchList numbered;
   // A refusal of the engine is no failure here: nothing is appended and the result is 1.
   (void)engine_->xMatchInput(sentence, numbered, threshold);
   for (const auto& [score, numbers] : numbered) {

@@ -2,10 +2,14 @@
 #include <velmora/topic-model.hpp>
 
 #include "../engine/velmora-private.hpp"
+#include "../support/tables.hpp"
 
 namespace VX::Dialog {
 
-TopicModel::TopicModel(std::string language, std::map<int, std::vector<std::string>> topics)
+using detail::MatchList;
+using detail::RuleTable;
+
+TopicModel::TopicModel(std::string language, RuleTable topics)
     : engine_(std::make_unique<VelmoraPrivate>(language)) {
   // A folder of this name in the working directory comes before the installed data.
   std::string path = "topicmodel.txt";
@@ -18,8 +22,7 @@ TopicModel::TopicModel(std::string language, std::map<int, std::vector<std::stri
 
 TopicModel::~TopicModel() = default;
 
-int TopicModel::matchInput(const std::string sentence,
-                           std::vector<std::pair<double, std::vector<int>>>& matches,
+int TopicModel::matchInput(const std::string sentence, MatchList& matches,
                            std::string& /*ignored*/) {
   return engine_->xMatchInput(sentence, matches);
 }

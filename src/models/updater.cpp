@@ -4,11 +4,16 @@
 #include <iterator>
 
 #include "../latent/fold-in.hpp"
+#include "../support/tables.hpp"
 
 namespace VX::Dialog {
 
-Updater::Updater(std::map<std::string, int> vocabulary_table,
-                 std::map<std::string, int> frequencies, std::map<int, double> idf,
+using detail::IdfTable;
+using detail::StemCounts;
+using detail::VectorTable;
+using detail::Vocabulary;
+
+Updater::Updater(Vocabulary vocabulary_table, StemCounts frequencies, IdfTable idf,
                  wordsense_model latent_model, Eigen::MatrixXd gram)
     : vocabulary(std::move(vocabulary_table)),
       frequency_table(std::move(frequencies)),
@@ -26,7 +31,7 @@ std::vector<double> Updater::update_vector(const std::vector<std::string>& sente
     stemmer->stem_sentence(sentence, stems);
     std::move(stems.begin(), stems.end(), std::back_inserter(bag));
   }
-  std::vector<std::vector<double>> vectors;
+  VectorTable vectors;
   detail::fold_in({{0, std::move(bag)}}, {vocabulary, idf_table, model, word_gram}, vectors);
   return std::move(vectors.front());
 }

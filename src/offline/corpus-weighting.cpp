@@ -6,11 +6,14 @@
 
 #include "../support/log-site.hpp"
 #include "../support/number-text.hpp"
+#include "../support/tables.hpp"
 
 namespace VX::Dialog {
 
 using detail::append_number;
 using detail::data_format_log;
+using detail::IdfTable;
+using detail::SentenceWeights;
 using detail::tfidf_log;
 using zu::log::Level;
 
@@ -20,13 +23,13 @@ void tfidf(std::string corpus_path, std::string idf_path, bool /*tf_flag*/, bool
   write_data(idf(read_data(corpus_path), idf_path), output_path);
 }
 
-std::vector<std::map<int, double>> read_data(std::string path) {
+std::vector<SentenceWeights> read_data(std::string path) {
   VELMORA_LOG(tfidf_log, Level::info, "read_data") << "computing tfidf";
-  std::vector<std::map<int, double>> rows;
+  std::vector<SentenceWeights> rows;
   std::ifstream in(path);
   std::string line;
   while (std::getline(in, line)) {
-    std::map<int, double> row;
+    SentenceWeights row;
     detail::NumberReader numbers(line);
     for (int word_id = 0; numbers.read(word_id);) {
       row[word_id] += 1.0;
@@ -37,11 +40,10 @@ std::vector<std::map<int, double>> read_data(std::string path) {
   return rows;
 }
 
-std::vector<std::map<int, double>> idf(const std::vector<std::map<int, double>>& rows,
-                                       std::string idf_path) {
-  const std::map<int, double> table = load_idf(idf_path);
-  std::vector<std::map<int, double>> weighted = rows;
-  for (std::map<int, double>& row : weighted) {
+std::vector<SentenceWeights> idf(const std::vector<SentenceWeights>& rows, std::string idf_path) {
+  const IdfTable table = load_idf(idf_path);
+  std::vector<SentenceWeights> weighted = rows;
+  for (SentenceWeights& row : weighted) {
     for (auto& [word_id, weight] : row) {
       const auto entry = table.find(word_id);
       if (entry != table.end()) {
@@ -55,11 +57,11 @@ std::vector<std::map<int, double>> idf(const std::vector<std::map<int, double>>&
   return weighted;
 }
 
-void write_data(const std::vector<std::map<int, double>>& rows, std::string path) {
+void write_data(const std::vector<SentenceWeights>& rows, std::string path) {
   std::ofstream out(path);
   VELMORA_LOG(tfidf_log, Level::info, "write_data") << " writing to " << path;
   std::string line;
-  for (const std::map<int, double>& row : rows) {
+  for (const SentenceWeights& row : rows) {
     line.clear();
     for (const auto& [word_id, weight] : row) {
       append_number(line, word_id);

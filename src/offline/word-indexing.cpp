@@ -6,15 +6,17 @@
 #include "../support/checked-lookup.hpp"
 #include "../support/log-site.hpp"
 #include "../support/number-text.hpp"
+#include "../support/tables.hpp"
 #include "../support/text-file.hpp"
 
 namespace VX::Dialog {
 
 using detail::index_word_log;
+using detail::Vocabulary;
 using zu::log::Level;
 
 std::map<std::string, int> indexwords(std::string dictionary_path) {
-  std::map<std::string, int> vocabulary = get_word_ids(dictionary_path);
+  Vocabulary vocabulary = get_word_ids(dictionary_path);
   VELMORA_LOG(index_word_log, Level::info, "indexwords") << "map size" << vocabulary.size();
   return vocabulary;
 }
@@ -23,7 +25,7 @@ int index(std::string corpus_path, std::string output_path, std::string dictiona
   VELMORA_LOG(index_word_log, Level::info, "index") << "indexing text data";
   std::ifstream in(corpus_path);
   std::ofstream out(output_path);
-  const std::map<std::string, int> vocabulary = indexwords(dictionary_path);
+  const Vocabulary vocabulary = indexwords(dictionary_path);
   std::string line;
   std::string ids;
   while (std::getline(in, line)) {

@@ -1,5 +1,5 @@
-// The formula of the cosine in its two forms: for one pair of vectors, and for many rows against one
-// query. Both sum in index order, so they agree to the last bit.
+// The formula of the cosine in its two forms: for one pair of vectors, and for many rows against
+// one query. Both sum in index order, so they agree to the last bit.
 #include "cosine.hpp"
 
 #include <algorithm>

@@ -4,14 +4,20 @@
 #include <velmora/snapshot.hpp>
 
 #include "../support/checked-lookup.hpp"
+#include "../support/tables.hpp"
 #include "cosine.hpp"
 #include "scoring.hpp"
 
 namespace VX::Dialog {
 
-void get_max(const std::vector<std::vector<double>>& vectors, const std::vector<double>& query,
-             std::map<double, std::vector<int>>& ranked, std::set<int>& active,
-             std::map<int, int>& rows) {
+using detail::RowTable;
+using detail::RuleTable;
+using detail::ScoreGroups;
+using detail::SentenceWeights;
+using detail::VectorTable;
+
+void get_max(const VectorTable& vectors, const std::vector<double>& query, ScoreGroups& ranked,
+             std::set<int>& active, RowTable& rows) {
   const detail::ActiveRows found = detail::find_rows(vectors, active, rows);
   auto rule_id = found.rule_ids.begin();
   for (const double score : detail::score_rows(vectors, query, found.rows)) {
@@ -22,10 +28,9 @@ void get_max(const std::vector<std::vector<double>>& vectors, const std::vector<
   }
 }
 
-std::map<double, std::vector<int>> get_max2(const std::vector<std::vector<double>>& vectors,
-                                            const std::vector<double>& query,
-                                            std::set<int> active) {
-  std::map<double, std::vector<int>> ranked;
+ScoreGroups get_max2(const VectorTable& vectors, const std::vector<double>& query,
+                     std::set<int> active) {
+  ScoreGroups ranked;
   for (const int rule_id : active) {
     const double score = detail::cosine_of(vectors.at(static_cast<std::size_t>(rule_id)), query);
     ranked[score].push_back(rule_id);
@@ -36,8 +41,7 @@ std::map<double, std::vector<int>> get_max2(const std::vector<std::vector<double
   return ranked;
 }
 
-void print_res(const std::map<double, std::vector<int>>& ranked,
-               const std::map<int, std::vector<std::string>>& rule_words, int n) {
+void print_res(const ScoreGroups& ranked, const RuleTable& rule_words, int n) {
   int bucket = 0;
   for (const auto& [score, rule_ids] : ranked) {
     std::cout << " distance " << score << "\n[ ";
@@ -52,7 +56,7 @@ void print_res(const std::map<double, std::vector<int>>& ranked,
   }
 }
 
-void print_ls(const std::vector<std::vector<double>>& vectors) {
+void print_ls(const VectorTable& vectors) {
   for (const std::vector<double>& vector : vectors) {
     for (const double value : vector) {
       std::cout << value << " ";
@@ -61,8 +65,8 @@ void print_ls(const std::vector<std::vector<double>>& vectors) {
   }
 }
 
-void print_tfidf(const std::vector<std::map<int, double>>& weights) {
-  for (const std::map<int, double>& query : weights) {
+void print_tfidf(const std::vector<SentenceWeights>& weights) {
+  for (const SentenceWeights& query : weights) {
     std::cout << "query index "
               << "\n[\n";
     for (const auto& [word_id, weight] : query) {

@@ -7,8 +7,7 @@
 
 namespace VX::Dialog::detail {
 
-ActiveRows find_rows(const VectorTable& vectors, const std::set<int>& active,
-                     std::map<int, int>& rule_rows) {
+ActiveRows find_rows(const VectorTable& vectors, const std::set<int>& active, RowTable& rule_rows) {
   ActiveRows found;
   found.rule_ids.reserve(active.size());
   found.rows.reserve(active.size());
@@ -31,16 +30,14 @@ ActiveRows find_rows(const VectorTable& vectors, const std::set<int>& active,
   return found;
 }
 
-std::map<double, std::vector<int>> best_scores(const VectorTable& vectors,
-                                               const std::vector<double>& query,
-                                               const std::set<int>& active,
-                                               std::map<int, int>& rule_rows, std::size_t limit) {
+ScoreGroups best_scores(const VectorTable& vectors, const std::vector<double>& query,
+                        const std::set<int>& active, RowTable& rule_rows, std::size_t limit) {
   const ActiveRows found = find_rows(vectors, active, rule_rows);
   if (!found.complete) {
     (void)vectors.at(static_cast<std::size_t>(found.outside));
   }
   const std::vector<double> scores = score_rows(vectors, query, found.rows);
-  std::map<double, std::vector<int>> best;
+  ScoreGroups best;
   double lowest = 0.0;  // score of the lowest group, once there are `limit`
   bool dropped = false;
   for (std::size_t place = 0; place != scores.size(); ++place) {

@@ -10,8 +10,8 @@ namespace VX::Dialog {
 
 namespace detail {
 
-std::map<StemSet, std::vector<double>> read_snapshot(const std::string& path) {
-  std::map<StemSet, std::vector<double>> words2ls;
+Snapshot read_snapshot(const std::string& path) {
+  Snapshot snapshot;
   const std::string text = read_text_file(path).value_or("");
   LineReader lines(text);
   std::string_view line;
@@ -30,15 +30,15 @@ std::map<StemSet, std::vector<double>> read_snapshot(const std::string& path) {
     lines.next(line);
     std::vector<double> vector = numbers_of(line, dim);
     dim = vector.size();
-    words2ls.insert_or_assign(std::move(stems), std::move(vector));
+    snapshot.insert_or_assign(std::move(stems), std::move(vector));
   }
-  return words2ls;
+  return snapshot;
 }
 
 }  // namespace detail
 
-std::vector<std::vector<double>> load_precompiled_ls(const std::string& path) {
-  std::vector<std::vector<double>> vectors;
+detail::VectorTable load_precompiled_ls(const std::string& path) {
+  detail::VectorTable vectors;
   const std::string text = detail::read_text_file(path).value_or("");
   detail::LineReader lines(text);
   std::string_view line;

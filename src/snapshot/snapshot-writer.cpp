@@ -4,8 +4,13 @@
 
 #include "../support/checked-lookup.hpp"
 #include "../support/number-text.hpp"
+#include "../support/tables.hpp"
 
 namespace VX::Dialog {
+
+using detail::RowTable;
+using detail::RuleTable;
+using detail::VectorTable;
 
 namespace {
 
@@ -31,9 +36,8 @@ void append_joined(std::string& text, const std::vector<T>& values) {
 
 }  // namespace
 
-void write_ls(const std::vector<std::vector<double>>& vectors,
-              const std::map<int, std::vector<std::string>>& rule_words,
-              const std::map<int, int>& rows, const std::string& path) {
+void write_ls(const VectorTable& vectors, const RuleTable& rule_words, const RowTable& rows,
+              const std::string& path) {
   std::map<int, std::vector<int>> ids_of_row;
   for (const auto& [rule_id, row] : rows) {
     ids_of_row[row].push_back(rule_id);

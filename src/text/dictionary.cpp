@@ -5,12 +5,16 @@
 #include <velmora/dictionary.hpp>
 
 #include "../support/number-text.hpp"
+#include "../support/tables.hpp"
 #include "../support/text-file.hpp"
 
 namespace VX::Dialog {
 
+using detail::IdfTable;
+using detail::Vocabulary;
+
 std::map<std::string, int> get_word_ids(std::string& path) {
-  std::map<std::string, int> vocabulary;
+  Vocabulary vocabulary;
   const std::string text = detail::read_text_file(path).value_or("");
   detail::LineReader lines(text);
   std::string_view line;
@@ -26,8 +30,8 @@ std::map<std::string, int> get_word_ids(std::string& path) {
   return vocabulary;
 }
 
-std::map<int, double> load_idf(std::string& path) {
-  std::map<int, double> idf;
+IdfTable load_idf(std::string& path) {
+  IdfTable idf;
   const std::string text = detail::read_text_file(path).value_or("");
   detail::LineReader lines(text);
   std::string_view line;

@@ -3,13 +3,16 @@
 
 #include <fstream>
 
+#include "../support/tables.hpp"
 #include "../support/text-file.hpp"
 
 namespace VX::Dialog {
 
-std::map<std::string, int> getRulesFrequencies(
-    const std::map<int, std::vector<std::string>>& sentences) {
-  std::map<std::string, int> frequencies;
+using detail::RuleTable;
+using detail::StemCounts;
+
+StemCounts getRulesFrequencies(const RuleTable& sentences) {
+  StemCounts frequencies;
   for (const auto& [sentence_id, stems] : sentences) {
     for (const std::string& stem : stems) {
       ++frequencies[stem];
@@ -18,8 +21,8 @@ std::map<std::string, int> getRulesFrequencies(
   return frequencies;
 }
 
-std::map<std::string, int> getfreqs(const std::string& path, std::map<int, std::string>& lines) {
-  std::map<std::string, int> frequencies;
+StemCounts getfreqs(const std::string& path, std::map<int, std::string>& lines) {
+  StemCounts frequencies;
   std::ifstream in(path);
   std::string line;
   for (int line_number = 0; std::getline(in, line); ++line_number) {

@@ -3,21 +3,27 @@
 
 #include <set>
 
+#include "../support/tables.hpp"
+
 namespace VX::Dialog {
+
+using detail::RowTable;
+using detail::RuleTable;
+using detail::StemCounts;
+using detail::Vocabulary;
+using detail::WordIdTable;
 
 namespace {
 
-bool is_rare(const std::string& stem, const std::map<std::string, int>& frequencies,
-             int threshold) {
+bool is_rare(const std::string& stem, const StemCounts& frequencies, int threshold) {
   const auto entry = frequencies.find(stem);
   return entry != frequencies.end() && entry->second <= threshold;
 }
 
 }  // namespace
 
-void preprocess(const std::map<std::string, int>& frequencies,
-                const std::map<int, std::vector<std::string>>& sentences, int threshold,
-                std::map<int, int>& rows, std::map<int, std::vector<std::string>>& unique) {
+void preprocess(const StemCounts& frequencies, const RuleTable& sentences, int threshold,
+                RowTable& rows, RuleTable& unique) {
   std::map<std::set<std::string>, int> row_of_stem_set;
   for (const auto& [sentence_id, stems] : sentences) {
     if (stems.empty()) {
@@ -39,9 +45,7 @@ void preprocess(const std::map<std::string, int>& frequencies,
   }
 }
 
-void word_indices(const std::map<int, std::vector<std::string>>& sentences,
-                  const std::map<std::string, int>& vocabulary,
-                  std::map<int, std::vector<int>>& word_ids) {
+void word_indices(const RuleTable& sentences, const Vocabulary& vocabulary, WordIdTable& word_ids) {
   for (const auto& [sentence_id, stems] : sentences) {
     std::vector<int> ids;
     for (const std::string& stem : stems) {

@@ -1,13 +1,18 @@
 #include <velmora/query-weighting.hpp>
 
 #include "../support/log-site.hpp"
+#include "../support/tables.hpp"
 
 namespace VX::Dialog {
 
-void tfidf(const std::map<int, std::vector<int>>& word_ids, const std::map<int, double>& idf,
-           std::map<int, std::map<int, double>>& weights) {
+using detail::IdfTable;
+using detail::SentenceWeights;
+using detail::WeightTable;
+using detail::WordIdTable;
+
+void tfidf(const WordIdTable& word_ids, const IdfTable& idf, WeightTable& weights) {
   for (const auto& [sentence_id, ids] : word_ids) {
-    std::map<int, double> sentence_weights;
+    SentenceWeights sentence_weights;
     for (const int word_id : ids) {
       sentence_weights[word_id] += 1.0;
     }

@@ -43,7 +43,7 @@ StemSet stem_set(Stemmer& stemmer, const std::string& sentence) {
 }
 
 StemSet known_stem_set(Stemmer& stemmer, const std::vector<std::string>& sentences,
-                       const std::map<std::string, int>& vocabulary) {
+                       const Vocabulary& vocabulary) {
   StemSet stems;
   for (const std::string& sentence : sentences) {
     append_stems(stemmer, sentence, stems);

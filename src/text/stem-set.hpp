@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "../support/tables.hpp"
+
 namespace VX::Dialog {
 class Stemmer;
 }
@@ -21,6 +23,6 @@ StemSet stem_set(Stemmer& stemmer, const std::string& sentence);
 
 /// The stems of all sentences of a rule together, as far as they are words of the vocabulary.
 StemSet known_stem_set(Stemmer& stemmer, const std::vector<std::string>& sentences,
-                       const std::map<std::string, int>& vocabulary);
+                       const Vocabulary& vocabulary);
 
 }  // namespace VX::Dialog::detail

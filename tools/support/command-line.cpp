@@ -109,8 +109,8 @@ std::optional<int> parse_command_line(CLI::App& app, int argc, char** argv) {
       return app.exit(error);
     }
     const Complaint complaint = find_unknown(app, argc, argv);
-    std::cerr << complaint.program << ": error: "
-              << (complaint.text.empty() ? error.what() : complaint.text) << " (see "
+    std::cerr << complaint.program
+              << ": error: " << (complaint.text.empty() ? error.what() : complaint.text) << " (see "
               << complaint.program << " --help)\n";
     return 2;
   }
