@@ -7,7 +7,7 @@
 #include <new>
 
 #include "japanese.hpp"
-#include "languages.hpp"
+#include "shortenings.hpp"
 #include "stem-list.hpp"
 #include "text.hpp"
 #include "words.hpp"

@@ -5,7 +5,7 @@
 // shortening loses its apostrophes: "o'clock" is "oclock", "aujourd'hui" is "aujourdhui". Models
 // hold these stems: a change of a table asks for new models. Used by the stemmer. Tested by
 // platform/fennel/tests/stemmer-test.cpp.
-#include "languages.hpp"
+#include "shortenings.hpp"
 
 #include <algorithm>
 #include <unordered_map>
