@@ -1,6 +1,7 @@
 // How long a host's start takes: compilation of a dialogue, and the warm starts that avoid it.
-#include <benchmark/benchmark.h>
 #include <sys/resource.h>
+
+#include <benchmark/benchmark.h>
 
 #include "synthetic-dialogue.hpp"
 

@@ -1,10 +1,11 @@
 // Reading and writing of the large text files, against the same through streams.
-#include <benchmark/benchmark.h>
-#include <velmora/matrix-files.hpp>
-#include <velmora/snapshot.hpp>
-
 #include <fstream>
 #include <sstream>
+
+#include <benchmark/benchmark.h>
+
+#include <velmora/matrix-files.hpp>
+#include <velmora/snapshot.hpp>
 
 #include "snapshot/snapshot-reader.hpp"
 #include "synthetic-dialogue.hpp"

@@ -2,14 +2,15 @@
 //
 // A figure alone says little on a noisy machine; a ratio of two things measured in one run does.
 // Of several repetitions the fastest counts.
-#include <benchmark/benchmark.h>
-#include <zu/log.hpp>
-
 #include <algorithm>
 #include <cstdio>
 #include <map>
 #include <string>
 #include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include <zu/log.hpp>
 
 namespace {
 

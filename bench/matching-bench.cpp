@@ -1,6 +1,6 @@
 // How long a host waits for an answer: one sentence against the active rules of a dialogue.
-#include <benchmark/benchmark.h>
 #include <Eigen/LU>
+#include <benchmark/benchmark.h>
 
 #include <velmora/inference.hpp>
 #include <velmora/preprocess.hpp>

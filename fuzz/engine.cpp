@@ -7,6 +7,7 @@
 #include <array>
 #include <sstream>
 #include <stdexcept>
+
 #include <velmora/frequencies.hpp>
 #include <velmora/inference.hpp>
 #include <velmora/preprocess.hpp>

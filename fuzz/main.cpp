@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iostream>
 #include <string>
+
 #include <zu/log.hpp>
 
 namespace fuzz {

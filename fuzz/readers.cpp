@@ -7,6 +7,7 @@
 #include <set>
 #include <sstream>
 #include <stdexcept>
+
 #include <velmora/dictionary.hpp>
 #include <velmora/matrix-files.hpp>
 #include <velmora/offline.hpp>

@@ -1,5 +1,6 @@
 // The stemmer of each language, and whole sentences through the public class.
 #include <algorithm>
+
 #include <fennel/stemmer.hpp>
 #include <velmora/velmora.hpp>
 

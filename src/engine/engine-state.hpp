@@ -6,12 +6,13 @@
 // Tested by the tests in tests/engine/.
 #pragma once
 
-#include <fennel/stemmer.hpp>
 #include <map>
 #include <memory>
 #include <set>
 #include <string>
 #include <vector>
+
+#include <fennel/stemmer.hpp>
 #include <velmora/wordsense-model.hpp>
 
 #include "../support/tables.hpp"

@@ -1,6 +1,7 @@
 #include "warm-start.hpp"
 
 #include <iostream>
+
 #include <velmora/frequencies.hpp>
 #include <velmora/preprocess.hpp>
 #include <velmora/query-weighting.hpp>

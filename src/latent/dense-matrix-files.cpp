@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+
 #include <velmora/matrix-files.hpp>
 
 #include "../support/log-site.hpp"

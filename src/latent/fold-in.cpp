@@ -1,8 +1,10 @@
 #include "fold-in.hpp"
 
-#include <Eigen/LU>
 #include <algorithm>
 #include <iterator>
+
+#include <Eigen/LU>
+
 #include <velmora/preprocess.hpp>
 #include <velmora/query-weighting.hpp>
 

@@ -1,8 +1,8 @@
 // The exported fold-in of a corpus record, and its helpers. Tested by
 // tests/latent/inference-test.cpp.
-#include <velmora/inference.hpp>
-
 #include <algorithm>
+
+#include <velmora/inference.hpp>
 
 #include "fold-in.hpp"
 

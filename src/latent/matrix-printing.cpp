@@ -1,4 +1,5 @@
 #include <iostream>
+
 #include <velmora/matrix-files.hpp>
 
 Eigen::IOFormat HeavyFmt(Eigen::FullPrecision, 0, ", ", "\n", "[", "]", "[", "]");

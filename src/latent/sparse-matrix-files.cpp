@@ -1,4 +1,5 @@
 #include <cstdint>
+
 #include <velmora/matrix-files.hpp>
 
 #include "../support/log-site.hpp"

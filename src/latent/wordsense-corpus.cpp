@@ -2,9 +2,9 @@
 //
 // Only the exported chain goes through it; the engine's own road (fold-in.hpp) builds no dense
 // column and no transpose.
-#include <velmora/wordsense-corpus.hpp>
-
 #include <memory>
+
+#include <velmora/wordsense-corpus.hpp>
 
 wordsense_corpus::wordsense_corpus()
     : data_cols(nullptr), data_t_cols(nullptr), weights_cols(nullptr), weights_t_cols(nullptr) {}

@@ -1,4 +1,5 @@
 #include <fstream>
+
 #include <velmora/matrix-files.hpp>
 #include <velmora/wordsense-model.hpp>
 

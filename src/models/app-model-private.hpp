@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 #include <vector>
+
 #include <velmora/export.hpp>
 
 #include "../engine/engine-state.hpp"

@@ -1,7 +1,7 @@
 // Sentences to one latent vector. Tested by tests/latent/inference-test.cpp.
-#include <velmora/updater.hpp>
-
 #include <iterator>
+
+#include <velmora/updater.hpp>
 
 #include "../latent/fold-in.hpp"
 #include "../support/tables.hpp"

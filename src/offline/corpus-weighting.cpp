@@ -1,6 +1,7 @@
 // Word-id lines to weighted rows to a sparse matrix file. Tested by
 // tests/offline/offline-test.cpp.
 #include <fstream>
+
 #include <velmora/dictionary.hpp>
 #include <velmora/offline.hpp>
 

@@ -1,5 +1,6 @@
 // Ranking of the active rules, tested by tests/ranking/ranking-test.cpp, and prints.
 #include <iostream>
+
 #include <velmora/ranking.hpp>
 #include <velmora/snapshot.hpp>
 

@@ -117,8 +117,7 @@ std::optional<CoarseQuery> RowIndex::coarse(std::span<const double> query) const
   CoarseQuery coarse;
   coarse.values.resize(padded(dim_));
   const double error = round_to_integers(query, square, coarse.values.data());
-  coarse.margin =
-      static_cast<int>(error_ * kLength + (kLength + error_) * error) + kRounding;
+  coarse.margin = static_cast<int>(error_ * kLength + (kLength + error_) * error) + kRounding;
   return coarse;
 }
 

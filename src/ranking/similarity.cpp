@@ -1,5 +1,6 @@
 #include <fstream>
 #include <iostream>
+
 #include <velmora/similarity.hpp>
 
 #include "../support/number-text.hpp"

@@ -1,6 +1,7 @@
 #include "snapshot-reader.hpp"
 
 #include <algorithm>
+
 #include <velmora/snapshot.hpp>
 
 #include "../support/number-text.hpp"

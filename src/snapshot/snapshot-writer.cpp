@@ -1,5 +1,6 @@
 // Writes snapshots, and the texts they are made of. Tested by tests/snapshot/snapshot-test.cpp.
 #include <fstream>
+
 #include <velmora/snapshot.hpp>
 
 #include "../support/checked-lookup.hpp"

@@ -1,9 +1,10 @@
 #include "text-file.hpp"
 
-#include <boost/tokenizer.hpp>
 #include <cerrno>
 #include <fstream>
 #include <new>
+
+#include <boost/tokenizer.hpp>
 
 #include "number-text.hpp"
 

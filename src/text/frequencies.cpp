@@ -1,7 +1,7 @@
 // Word counts. Tested by tests/text/text-tables-test.cpp.
-#include <velmora/frequencies.hpp>
-
 #include <fstream>
+
+#include <velmora/frequencies.hpp>
 
 #include "../support/tables.hpp"
 #include "../support/text-file.hpp"

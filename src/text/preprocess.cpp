@@ -1,7 +1,7 @@
 // Folding of equal stem sets, and stems to word ids. Tested by tests/text/text-tables-test.cpp.
-#include <velmora/preprocess.hpp>
-
 #include <set>
+
+#include <velmora/preprocess.hpp>
 
 #include "../support/tables.hpp"
 

@@ -1,6 +1,7 @@
 #include "stem-set.hpp"
 
 #include <algorithm>
+
 #include <fennel/stemmer.hpp>
 
 #include "../support/number-text.hpp"

@@ -1,10 +1,11 @@
 // The engine's short road held against the exported chain of functions: the same bits, the same
 // rows and the same log lines, over random models, rules and sentences, damaged ones included.
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstring>
 #include <random>
+
+#include <gtest/gtest.h>
+
 #include <velmora/frequencies.hpp>
 #include <velmora/inference.hpp>
 #include <velmora/preprocess.hpp>

@@ -1,8 +1,9 @@
 // Which model directory an engine takes, and what it has afterwards.
-#include <gtest/gtest.h>
+#include <filesystem>
 
 #include <boost/filesystem/exception.hpp>
-#include <filesystem>
+#include <gtest/gtest.h>
+
 #include <zu/path.hpp>
 
 #include "engine/velmora-private.hpp"

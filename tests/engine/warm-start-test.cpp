@@ -1,7 +1,8 @@
 // Both loads of the warm start, through both engines: tables, files, log lines and dumps.
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <velmora/debug.hpp>
 
 #include "engine/velmora-private.hpp"

@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 #include <vector>
+
 #include <zu/log.hpp>
 
 namespace test {

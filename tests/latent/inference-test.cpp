@@ -1,8 +1,8 @@
 // Fold-in of sentences, its helpers, and the updater.
+#include <Eigen/LU>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <Eigen/LU>
 #include <velmora/inference.hpp>
 #include <velmora/term-matrix.hpp>
 #include <velmora/updater.hpp>

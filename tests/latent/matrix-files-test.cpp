@@ -1,7 +1,8 @@
 // The records of inference, and matrix files.
+#include <sstream>
+
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <velmora/matrix-files.hpp>
 #include <velmora/wordsense-corpus.hpp>
 #include <velmora/wordsense-model.hpp>

@@ -1,8 +1,9 @@
 // The ready-made matchers over topics and applications.
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <filesystem>
+
+#include <gtest/gtest.h>
+
 #include <velmora/app-model.hpp>
 #include <velmora/topic-model.hpp>
 

@@ -2,10 +2,10 @@
 //
 // household-<language>.tsv is the dialogue, paraphrases-<language>.tsv the sentences; both
 // were written before any model was tried on them.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <map>
+
+#include <gtest/gtest.h>
 
 #include <velmora/velmora.hpp>
 #include <zu/log.hpp>

@@ -1,7 +1,8 @@
 // The corpus tools as a chain of files, and similarities.
+#include <stdexcept>
+
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <velmora/offline.hpp>
 #include <velmora/similarity.hpp>
 

@@ -1,10 +1,11 @@
 // Ranking against the plain ordered map that it stands for.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <random>
+
+#include <gtest/gtest.h>
+
 #include <velmora/ranking.hpp>
 #include <velmora/similarity.hpp>
 

@@ -1,10 +1,10 @@
 // What an engine is worth after a failure: allocations that fail one after the other, and files
 // that can't be written. This program replaces the allocator, so it is no part of sanitizer builds.
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <filesystem>
 #include <functional>
+
+#include <gtest/gtest.h>
 
 #include "engine/velmora-private.hpp"
 #include "kit/fixtures.hpp"

@@ -1,10 +1,11 @@
 // Engines in several threads at once, and inference of several threads on one model. Made to run
 // under the thread sanitizer.
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <functional>
 #include <thread>
+
+#include <gtest/gtest.h>
+
 #include <velmora/app-model.hpp>
 #include <velmora/inference.hpp>
 #include <velmora/velmora.hpp>

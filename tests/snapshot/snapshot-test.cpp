@@ -1,11 +1,12 @@
 // Snapshot files: the bytes written, the records read back, and what damage does to them.
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <iterator>
 #include <numeric>
 #include <set>
 #include <sstream>
+
+#include <gtest/gtest.h>
+
 #include <velmora/snapshot.hpp>
 
 #include "kit/fixtures.hpp"

@@ -1,13 +1,13 @@
 // The number reader and the number writer against string streams.
 #include "../../src/support/number-text.hpp"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <cmath>
 #include <iomanip>
 #include <random>
 #include <sstream>
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,11 +1,12 @@
 // Sentences from standard input; see line-input.hpp.
 #include "line-input.hpp"
 
-#include <editline/readline.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <iostream>
+
+#include <editline/readline.h>
 
 bool input_is_terminal() {
   return isatty(STDIN_FILENO) != 0;

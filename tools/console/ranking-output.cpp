@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <ostream>
+
+#include <nlohmann/json.hpp>
 
 namespace {
 

@@ -2,8 +2,9 @@
 #include "report.hpp"
 
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <ostream>
+
+#include <nlohmann/json.hpp>
 
 namespace {
 

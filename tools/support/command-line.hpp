@@ -4,10 +4,11 @@
 // Used by the programs beside the library; tested by tools/velmora/tests/velmora-test.cpp.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <stdexcept>
 #include <string>
+
+#include <CLI/CLI.hpp>
 
 /// What the user asked for makes no sense; the text says why. Ends a program with status 2.
 struct WrongUsage : std::runtime_error {

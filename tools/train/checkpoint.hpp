@@ -9,9 +9,10 @@
 // that (8 bytes). Used by training.cpp. Tested by tests/checkpoint-test.cpp.
 #pragma once
 
-#include <Eigen/Core>
 #include <cstdint>
 #include <filesystem>
+
+#include <Eigen/Core>
 
 namespace velmora::trainer {
 

@@ -11,10 +11,11 @@
 // whole corpus (Gram matrices, F) are kept in double precision.
 #include "factorisation.hpp"
 
-#include <Eigen/Cholesky>
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+
+#include <Eigen/Cholesky>
 
 #include "parallel.hpp"
 #include "random.hpp"

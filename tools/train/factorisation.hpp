@@ -16,11 +16,12 @@
 // tests/factorisation-test.cpp against a direct form.
 #pragma once
 
-#include <Eigen/Core>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <vector>
+
+#include <Eigen/Core>
 
 #include "sparse-rows.hpp"
 

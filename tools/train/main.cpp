@@ -2,9 +2,10 @@
 //
 // Exit status: 0 done, 1 failure, 2 wrong command line, 128 + signal when interrupted. Tested by
 // tests/program-test.cpp.
-#include <Eigen/Core>
 #include <cstdio>
 #include <exception>
+
+#include <Eigen/Core>
 
 #include "interrupt.hpp"
 #include "training.hpp"

@@ -1,12 +1,13 @@
 // Implementation of matrix-stage.hpp.
 #include "matrix-stage.hpp"
 
-#include <Eigen/SparseCore>
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <memory>
 #include <system_error>
+
+#include <Eigen/SparseCore>
 
 #include <velmora/matrix-files.hpp>
 #include <velmora/offline.hpp>

@@ -5,8 +5,9 @@
 // measured. Used by training.cpp. Tested by tests/model-writer-test.cpp.
 #pragma once
 
-#include <Eigen/Core>
 #include <filesystem>
+
+#include <Eigen/Core>
 
 namespace velmora::trainer {
 

@@ -1,11 +1,12 @@
 // Implementation of options.hpp.
 #include "options.hpp"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <thread>
+
+#include <CLI/CLI.hpp>
 
 namespace velmora::trainer {
 

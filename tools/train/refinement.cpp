@@ -8,10 +8,11 @@
 // H follows the factors only now and then: it hardly moves, and costs a pass over all words.
 #include "refinement.hpp"
 
-#include <Eigen/Cholesky>
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+
+#include <Eigen/Cholesky>
 
 #include "parallel.hpp"
 #include "random.hpp"

@@ -17,10 +17,11 @@
 // architecture. Used by training.cpp. Tested by tests/refinement-test.cpp.
 #pragma once
 
-#include <Eigen/Core>
 #include <cstdint>
 #include <functional>
 #include <vector>
+
+#include <Eigen/Core>
 
 #include "factorisation.hpp"
 

@@ -4,9 +4,10 @@
 // Used by the stemmer. Tested by platform/fennel/tests/japanese-test.cpp.
 #include "japanese.hpp"
 
+#include <algorithm>
+
 #include <unicode/utf8.h>
 
-#include <algorithm>
 #include <zu/log.hpp>
 
 namespace VX::Dialog::fennel {

@@ -3,12 +3,12 @@
 // Used by the stemmer. Not installed. Tested by platform/fennel/tests/japanese-test.cpp.
 #pragma once
 
-#include <mecab.h>
-
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <mecab.h>
 
 #include "stem-list.hpp"
 #include "text.hpp"

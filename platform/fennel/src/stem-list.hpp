@@ -3,12 +3,12 @@
 // Not installed. Tested through the stemmer by platform/fennel/tests/stemmer-test.cpp.
 #pragma once
 
-#include <libstemmer.h>
-
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <libstemmer.h>
 
 namespace VX::Dialog::fennel {
 

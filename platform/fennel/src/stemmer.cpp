@@ -2,9 +2,9 @@
 //
 // The rules stand in platform/fennel/README.md. Used by the engines and the model trainer. Tested
 // by platform/fennel/tests/stemmer-test.cpp.
-#include <fennel/stemmer.hpp>
-
 #include <new>
+
+#include <fennel/stemmer.hpp>
 
 #include "japanese.hpp"
 #include "shortenings.hpp"

@@ -3,12 +3,12 @@
 // Used by the stemmer. Tested by platform/fennel/tests/stemmer-test.cpp.
 #include "text.hpp"
 
+#include <algorithm>
+#include <new>
+
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
-
-#include <algorithm>
-#include <new>
 
 namespace VX::Dialog::fennel {
 namespace {

@@ -4,9 +4,9 @@
 // stemmer by platform/fennel/tests/stemmer-test.cpp.
 #pragma once
 
-#include <unicode/unistr.h>
-
 #include <string_view>
+
+#include <unicode/unistr.h>
 
 namespace VX::Dialog::fennel {
 

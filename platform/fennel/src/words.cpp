@@ -7,11 +7,11 @@
 // gives the same words. Used by the stemmer. Tested by platform/fennel/tests/stemmer-test.cpp.
 #include "words.hpp"
 
-#include <unicode/utf16.h>
-#include <unicode/utf8.h>
-
 #include <new>
 #include <string_view>
+
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
 
 namespace VX::Dialog::fennel {
 namespace {

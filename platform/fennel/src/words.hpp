@@ -4,11 +4,11 @@
 // platform/fennel/tests/stemmer-test.cpp.
 #pragma once
 
-#include <unicode/brkiter.h>
-
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <unicode/brkiter.h>
 
 #include "text.hpp"
 

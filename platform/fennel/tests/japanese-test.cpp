@@ -1,12 +1,13 @@
 // Japanese base forms with a dictionary, and what happens without one.
-#include <gtest/gtest.h>
+#include "japanese.hpp"
 
 #include <algorithm>
-#include <fennel/stemmer.hpp>
 #include <numeric>
-#include <zu/log.hpp>
 
-#include "japanese.hpp"
+#include <gtest/gtest.h>
+
+#include <fennel/stemmer.hpp>
+#include <zu/log.hpp>
 
 namespace VX::Dialog::fennel {
 namespace {

@@ -1,11 +1,12 @@
 // Sentences and their stems: the rules of each language, and input that is long.
 //
 // Models are built from these stems: a row that has to change asks for new models.
+#include <random>
+#include <thread>
+
 #include <gtest/gtest.h>
 
 #include <fennel/stemmer.hpp>
-#include <random>
-#include <thread>
 
 namespace VX::Dialog {
 namespace {

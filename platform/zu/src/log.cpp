@@ -3,10 +3,6 @@
 // Used by every library of this tree. Categories and handlers stand in registries that are never
 // destroyed, so a library may log from its own static objects, first and last. Tested by
 // platform/zu/tests/log-test.cpp.
-#include <zu/log.hpp>
-
-#include <spdlog/sinks/stdout_sinks.h>
-
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -17,6 +13,10 @@
 #include <sstream>
 #include <utility>
 #include <vector>
+
+#include <spdlog/sinks/stdout_sinks.h>
+
+#include <zu/log.hpp>
 
 namespace zu::log {
 

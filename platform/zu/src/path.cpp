@@ -1,8 +1,6 @@
 // Search for data files along the XDG base directories and the prefix of the installed library.
 //
 // Used by the engines to find the models of a language. Tested by platform/zu/tests/path-test.cpp.
-#include <zu/path.hpp>
-
 #include <dlfcn.h>
 
 #include <cstdlib>
@@ -11,6 +9,8 @@
 #include <string_view>
 #include <system_error>
 #include <vector>
+
+#include <zu/path.hpp>
 
 namespace zu::path {
 namespace {

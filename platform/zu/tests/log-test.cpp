@@ -1,12 +1,13 @@
 // Logging by category: levels, records, handlers that come and go, also from several threads.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <cstdlib>
 #include <mutex>
 #include <stdexcept>
 #include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include <zu/log.hpp>
 
 namespace zu::log {

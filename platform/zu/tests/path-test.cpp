@@ -1,10 +1,12 @@
 // The search for data files: which root wins, and what counts as there.
-#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
+
+#include <gtest/gtest.h>
+
 #include <zu/path.hpp>
 
 namespace zu::path {

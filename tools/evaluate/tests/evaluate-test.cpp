@@ -1,7 +1,6 @@
 // velmora-evaluate on a model of four words, with figures worked by hand.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
 #include "kit/program-run.hpp"

@@ -1,9 +1,8 @@
 // The factorisation against its formula, written out with every zero of the matrix in place.
 #include "factorisation.hpp"
 
-#include <gtest/gtest.h>
-
 #include <Eigen/LU>
+#include <gtest/gtest.h>
 
 #include "random.hpp"
 

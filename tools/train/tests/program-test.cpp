@@ -1,9 +1,10 @@
 // The program as a user meets it: what it makes, what it says, and what it leaves behind.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdlib>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "random.hpp"
 #include "temporary-directory.hpp"

@@ -1,10 +1,10 @@
 // The derivative against differences of the sum, written out with inverses; and what the steps do.
 #include "refinement.hpp"
 
-#include <gtest/gtest.h>
+#include <cmath>
 
 #include <Eigen/LU>
-#include <cmath>
+#include <gtest/gtest.h>
 
 namespace velmora::trainer {
 namespace {
