@@ -1,0 +1,165 @@
+// The matcher: which rule of a dialogue is meant by a sentence?
+//
+//   using namespace velmora;
+//   const Matcher matcher(Model::installed("enu"), {{301, {"switch the lights on", "light up"}},
+//                                                   {302, {"play some music"}}});
+//   const Answer answer = matcher.match("could you turn on the lamp");
+//   if (const Match* best = answer.best()) {
+//     react_to(best->id, best->score);
+//   }
+//
+// A sentence and the sentences of the rules are compared in three views: latent vectors (W. Guo and
+// M. Diab, "Modeling Sentences in the Latent Space", ACL 2012), stems weighted by their rarity, and
+// pieces of words, which survive typing errors. ScoreOptions tells how a score is made of them.
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <velmora/explanation.hpp>
+#include <velmora/export.hpp>
+#include <velmora/model.hpp>
+#include <velmora/rules.hpp>
+
+namespace velmora {
+
+namespace detail {
+struct ActiveData;
+struct MatcherData;
+}  // namespace detail
+
+/// Weights of the parts of a score. The defaults are the best that we found on eight public data
+/// sets; a host has no need to set them.
+///
+/// With q, x and y for the views of the sentence (latent, words, characters; each of length 1) and
+/// f(j), w(j), c(j) for those of sentence j of a rule, the score of the rule is
+///
+///     nearest * max_j q.f(j) + centre * q.F + ridge * q.r + kernel * k.a
+///       + g (words * (max_j x.w(j) + x.W) + characters * (max_j y.c(j) + y.C))
+///
+/// divided by the sum of the weights that are in use. F, W and C are the sums of the rule's
+/// vectors, scaled to length 1. r is the column of the rule in a ridge regression from the latent
+/// vectors of all sentences to their rules. a is its column in a kernel ridge regression over the
+/// similarity k of two sentences in all three views. g, between 0 and 1, is
+/// min(1, max over the active rules of max_j x.w(j) / shared_words): the counting parts fade where
+/// no rule shares much with what was said.
+struct ScoreOptions {
+  double nearest = 1.0;
+  double centre = 1.0;
+  double ridge = 1.0;
+  double kernel = 1.0;
+  double words = 0.35;
+  double characters = 0.35;
+  /// How much of the words of a sentence a rule must share for the counting parts to count in full.
+  double shared_words = 0.6;
+  /// With more sentences than this the kernel ridge regression is left out: its cost grows with the
+  /// third power of their number.
+  std::size_t kernel_sentences = 3000;
+};
+
+/// A rule that answers a sentence.
+struct Match {
+  int id = 0;
+  /// At most 1; what is unrelated lies around 0.
+  double score = 0.0;
+  /// Which sentence of the rule came closest: an index into Rule::sentences.
+  std::size_t sentence = 0;
+};
+
+/// What Matcher::match found out about a sentence.
+struct Answer {
+  /// Best first; rules of equal scores by ascending id. Empty when no rule reaches the threshold.
+  std::vector<Match> matches;
+  /// Stems of the sentence that neither the model nor the rules know, sorted.
+  std::vector<std::string> unknown;
+  /// Score of the best rule less that of the second best, whether or not they reach the threshold;
+  /// infinite when only one rule is active.
+  double margin = std::numeric_limits<double>::infinity();
+
+  /// The best match; null when there is none.
+  const Match* best() const noexcept { return matches.empty() ? nullptr : &matches.front(); }
+};
+
+/// Some of the rules of a matcher, prepared for matching; made by Matcher::activate. Immutable,
+/// cheap to copy and safe from any thread; it does not outlive its use with another matcher.
+class VELMORA_EXPORT ActiveRules {
+ public:
+  /// Number of active rules.
+  std::size_t size() const noexcept;
+
+  /// For the library itself.
+  const detail::ActiveData& data() const noexcept { return *data_; }
+
+ private:
+  friend class Matcher;
+  explicit ActiveRules(std::shared_ptr<const detail::ActiveData> data) : data_(std::move(data)) {}
+
+  std::shared_ptr<const detail::ActiveData> data_;
+};
+
+struct MatchOptions {
+  /// At most so many matches.
+  std::size_t top = 5;
+  /// Matches below this score are left out.
+  double threshold = -std::numeric_limits<double>::infinity();
+  /// The rules that may answer; null for all. Must have been made by the matcher, or by one that it
+  /// was copied from.
+  const ActiveRules* active = nullptr;
+};
+
+/// Rules compiled for matching. Immutable and shared: a copy costs as much as a shared pointer, and
+/// every member may be called from any number of threads at once. Nothing is logged or written.
+/// The same model, rules and sentences give the same scores on every machine.
+///
+/// Members also let std::bad_alloc through.
+class VELMORA_EXPORT Matcher {
+ public:
+  /// Compiles rules: about a second for 10,000 sentences.
+  ///
+  /// rules   any number, in any order. Throws Error when an id comes twice or a rule has no
+  ///         sentence. A sentence may be any text; lint() tells which of them are of no use.
+  Matcher(Model model, std::vector<Rule> rules, const ScoreOptions& options = {});
+
+  /// Ranks the active rules for a sentence (UTF-8; ill-formed bytes separate words). A matcher
+  /// without rules answers nothing. Throws Error when options.active belongs to another matcher.
+  Answer match(std::string_view sentence, const MatchOptions& options = {}) const;
+
+  /// The same for many sentences: an answer for each, in their order.
+  ///
+  /// threads   how many work at the same time; 0 for as many as the machine runs at once
+  std::vector<Answer> match(const std::vector<std::string>& sentences,
+                            const MatchOptions& options = {}, unsigned threads = 1) const;
+
+  /// Prepares a set of rules for MatchOptions::active, so that matching costs what is active.
+  /// Repeats in `ids` do no harm. Throws Error for an id that is not among the rules.
+  ActiveRules activate(const std::vector<int>& ids) const;
+
+  /// Why a rule has the score that match() gives it: the score as a sum over pairs of words.
+  ///
+  /// active   as in MatchOptions
+  ///
+  /// Throws Error for an id that is not among the (active) rules.
+  Explanation explain(std::string_view sentence, int id,
+                      const ActiveRules* active = nullptr) const;
+
+  const Model& model() const noexcept;
+  /// In the order in which they were given.
+  const std::vector<Rule>& rules() const noexcept;
+  /// The rule with an id; null when there is none.
+  const Rule* find(int id) const noexcept;
+  /// False when the kernel ridge regression was left out; see ScoreOptions::kernel_sentences.
+  bool uses_kernel() const noexcept;
+
+  /// For the library itself.
+  const detail::MatcherData& data() const noexcept { return *data_; }
+
+ private:
+  std::shared_ptr<const detail::MatcherData> data_;
+};
+
+}  // namespace velmora

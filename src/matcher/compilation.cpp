@@ -1,0 +1,122 @@
+#include "compilation.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <velmora/error.hpp>
+
+#include "regression.hpp"
+
+namespace velmora::detail {
+
+namespace {
+
+std::vector<std::pair<int, std::size_t>> places_by_id(const std::vector<Rule>& rules) {
+  std::vector<std::pair<int, std::size_t>> by_id;
+  for (std::size_t place = 0; place != rules.size(); ++place) {
+    by_id.emplace_back(rules[place].id, place);
+    if (rules[place].sentences.empty()) {
+      throw Error("rule " + std::to_string(rules[place].id) + " has no sentence: expected one");
+    }
+  }
+  std::sort(by_id.begin(), by_id.end());
+  const auto twice = std::adjacent_find(by_id.begin(), by_id.end(), [](const auto& a, const auto& b) {
+    return a.first == b.first;
+  });
+  if (twice != by_id.end()) {
+    throw Error("rule id " + std::to_string(twice->first) + " comes twice: expected each once");
+  }
+  return by_id;
+}
+
+std::vector<std::vector<std::string>> stems_of(const Model& model,
+                                               const std::vector<Rule>& rules) {
+  std::vector<std::vector<std::string>> stems;
+  for (const Rule& rule : rules) {
+    for (const std::string& sentence : rule.sentences) {
+      stems.push_back(model.stems(sentence));
+    }
+  }
+  return stems;
+}
+
+double reciprocal(double length) {
+  return length > 0.0 ? 1.0 / length : 0.0;
+}
+
+// The length of the sum of some sparse vectors.
+double length_of_sum(const std::vector<SparseVector>& sentences, std::size_t first,
+                     std::size_t last) {
+  SparseVector all;
+  for (std::size_t j = first; j != last; ++j) {
+    all.insert(all.end(), sentences[j].begin(), sentences[j].end());
+  }
+  std::stable_sort(all.begin(), all.end(),
+                   [](const Feature& a, const Feature& b) { return a.id < b.id; });
+  double square = 0.0;
+  for (std::size_t i = 0; i != all.size();) {
+    double sum = 0.0;
+    for (const int id = all[i].id; i != all.size() && all[i].id == id; ++i) {
+      sum += all[i].value;
+    }
+    square += sum * sum;
+  }
+  return std::sqrt(square);
+}
+
+}  // namespace
+
+MatcherData::MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& how)
+    : model(std::move(of)),
+      rules(std::move(given)),
+      options(how),
+      by_id(places_by_id(rules)),
+      stems(stems_of(model, rules)),
+      views(model, stems) {
+  for (std::size_t place = 0; place != rules.size(); ++place) {
+    first_sentence.push_back(rule_of.size());
+    rule_of.insert(rule_of.end(), rules[place].sentences.size(), place);
+  }
+  first_sentence.push_back(rule_of.size());
+
+  const auto dim = static_cast<Eigen::Index>(model.dimension());
+  const std::size_t n = sentence_count();
+  latent.resize(dim, static_cast<Eigen::Index>(n));
+  for (std::size_t j = 0; j != n; ++j) {
+    latent.col(static_cast<Eigen::Index>(j)) = model.data().latent_vector(stems[j]);
+    words.push_back(views.words(stems[j]));
+    characters.push_back(views.characters(stems[j]));
+  }
+
+  const auto rule_count = static_cast<Eigen::Index>(rules.size());
+  Eigen::MatrixXd sums = Eigen::MatrixXd::Zero(dim, rule_count);
+  for (std::size_t j = 0; j != n; ++j) {
+    sums.col(static_cast<Eigen::Index>(rule_of[j])) += latent.col(static_cast<Eigen::Index>(j));
+  }
+  for (std::size_t r = 0; r != rules.size(); ++r) {
+    const std::size_t first = first_sentence[r];
+    const std::size_t last = first_sentence[r + 1];
+    latent_scale.push_back(reciprocal(sums.col(static_cast<Eigen::Index>(r)).norm()));
+    word_scale.push_back(reciprocal(length_of_sum(words, first, last)));
+    character_scale.push_back(reciprocal(length_of_sum(characters, first, last)));
+  }
+
+  total_weight = options.nearest + options.centre + options.ridge + 2.0 * options.words +
+                 2.0 * options.characters;
+  ridge = ridge_inverse(latent);
+  linear = options.ridge * (ridge * sums);
+  for (Eigen::Index r = 0; r != rule_count; ++r) {
+    linear.col(r) += options.centre * latent_scale[static_cast<std::size_t>(r)] * sums.col(r);
+  }
+  if (options.kernel != 0.0 && n <= options.kernel_sentences && n != 0) {
+    total_weight += options.kernel;
+    kernel = kernel_columns(latent, words, characters, rule_of, rules.size());
+    linear += options.kernel * kKernelLatent * (latent * kernel);
+  }
+}
+
+std::size_t MatcherData::place_of(int id) const {
+  const auto entry = std::lower_bound(by_id.begin(), by_id.end(), std::make_pair(id, std::size_t{0}));
+  return entry != by_id.end() && entry->first == id ? entry->second : rules.size();
+}
+
+}  // namespace velmora::detail

@@ -1,0 +1,188 @@
+// Faults of rules. Tested by tests/matcher/lint-test.cpp.
+#include <velmora/lint.hpp>
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "../support/utf8.hpp"
+#include "scoring.hpp"
+
+namespace velmora {
+
+namespace {
+
+// From here on two sentences are too close to be told apart.
+constexpr double kTooClose = 0.9;
+
+std::string quoted(const std::string& text) {
+  return "\"" + text + "\"";
+}
+
+// Looks at one sentence after the other.
+class Linter {
+ public:
+  explicit Linter(const Matcher& matcher) : matcher_(matcher), data_(matcher.data()) {
+    for (std::size_t j = 0; j != data_.sentence_count(); ++j) {
+      with_stems_[data_.stems[j]].push_back(j);
+    }
+  }
+
+  std::vector<Finding> findings() {
+    for (std::size_t j = 0; j != data_.sentence_count(); ++j) {
+      look_at(j);
+    }
+    return std::move(findings_);
+  }
+
+ private:
+  const Rule& rule_of(std::size_t j) const { return data_.rules[data_.rule_of[j]]; }
+  std::size_t index_of(std::size_t j) const { return j - data_.first_sentence[data_.rule_of[j]]; }
+  const std::string& text_of(std::size_t j) const { return rule_of(j).sentences[index_of(j)]; }
+
+  void add(FindingKind kind, std::size_t j, std::string text) {
+    findings_.push_back({kind, rule_of(j).id, index_of(j), std::nullopt, std::nullopt,
+                         std::move(text)});
+  }
+  void add(FindingKind kind, std::size_t j, std::size_t other, std::string text) {
+    findings_.push_back(
+        {kind, rule_of(j).id, index_of(j), rule_of(other).id, index_of(other), std::move(text)});
+  }
+
+  void look_at(std::size_t j) {
+    if (!VX::Dialog::detail::is_utf8(text_of(j))) {
+      add(FindingKind::not_utf8, j, "the sentence is not well-formed UTF-8");
+    }
+    if (data_.stems[j].empty()) {
+      add(FindingKind::empty_sentence, j, "the sentence holds no word: nothing can find it");
+      return;
+    }
+    look_at_words(j);
+    look_at_same_words(j);
+    look_at_neighbours(j);
+  }
+
+  void look_at_words(std::size_t j) {
+    std::vector<std::string> unknown;
+    for (const std::string& stem : data_.stems[j]) {
+      if (!data_.model.knows(stem)) {
+        unknown.push_back(stem);
+      }
+    }
+    constexpr std::size_t kTellingLength = 3;
+    const std::size_t count = data_.stems[j].size();
+    if (count >= kTellingLength && 2 * unknown.size() >= count) {
+      add(FindingKind::other_language, j,
+          "the model knows " + std::to_string(count - unknown.size()) + " of " +
+              std::to_string(count) + " words: is this another language than " +
+              data_.model.language() + "?");
+      return;
+    }
+    if (unknown.size() == count) {
+      add(FindingKind::no_known_word, j,
+          "the model knows no word of the sentence: only the same words will find it");
+      return;
+    }
+    for (const std::string& stem : unknown) {
+      if (told_unknown_.insert({rule_of(j).id, stem}).second) {
+        add(FindingKind::unknown_word, j,
+            "the model does not know the word " + quoted(stem) +
+                ": only the same spelling will find it");
+      }
+    }
+  }
+
+  void look_at_same_words(std::size_t j) {
+    bool told_other = false;
+    bool told_own = false;
+    for (const std::size_t other : with_stems_[data_.stems[j]]) {
+      const bool own = data_.rule_of[other] == data_.rule_of[j];
+      if (own && other < j && !told_own) {
+        told_own = true;
+        add(FindingKind::duplicate_sentence, j, other,
+            "the same words as " + quoted(text_of(other)) + " of the same rule");
+      }
+      if (!own && !told_other) {
+        told_other = true;
+        add(FindingKind::same_words, j, other,
+            "the same words as " + quoted(text_of(other)) + " of rule " +
+                std::to_string(rule_of(other).id));
+      }
+    }
+  }
+
+  void look_at_neighbours(std::size_t j) {
+    const Eigen::VectorXd latent =
+        data_.latent.transpose() * data_.latent.col(static_cast<Eigen::Index>(j));
+    double closest = kTooClose;
+    std::optional<std::size_t> found;
+    for (std::size_t other = 0; other != data_.sentence_count(); ++other) {
+      if (data_.rule_of[other] == data_.rule_of[j] || data_.stems[other] == data_.stems[j] ||
+          detail::kKernelLatent * latent(static_cast<Eigen::Index>(other)) +
+                  detail::kKernelWords + detail::kKernelCharacters < closest) {
+        continue;
+      }
+      const double similarity =
+          detail::kKernelLatent * latent(static_cast<Eigen::Index>(other)) +
+          detail::kKernelWords * detail::dot(data_.words[j], data_.words[other]) +
+          detail::kKernelCharacters * detail::dot(data_.characters[j], data_.characters[other]);
+      if (similarity >= closest) {
+        closest = similarity;
+        found = other;
+      }
+    }
+    if (found) {
+      add(FindingKind::too_close, j, *found,
+          "hardly differs from " + quoted(text_of(*found)) + " of rule " +
+              std::to_string(rule_of(*found).id));
+    }
+    const Answer answer = matcher_.match(text_of(j));
+    const Match* best = answer.best();
+    if (best != nullptr && best->id != rule_of(j).id) {
+      const std::size_t other = data_.first_sentence[data_.place_of(best->id)] + best->sentence;
+      if (data_.stems[other] != data_.stems[j]) {
+        add(FindingKind::finds_another_rule, j, other,
+            "finds rule " + std::to_string(best->id) + " (" + quoted(text_of(other)) +
+                ") and not its own");
+      }
+    }
+  }
+
+  const Matcher& matcher_;
+  const detail::MatcherData& data_;
+  std::map<std::vector<std::string>, std::vector<std::size_t>> with_stems_;
+  std::set<std::pair<int, std::string>> told_unknown_;
+  std::vector<Finding> findings_;
+};
+
+}  // namespace
+
+const char* name_of(FindingKind kind) noexcept {
+  switch (kind) {
+    case FindingKind::no_known_word:
+      return "no_known_word";
+    case FindingKind::unknown_word:
+      return "unknown_word";
+    case FindingKind::same_words:
+      return "same_words";
+    case FindingKind::too_close:
+      return "too_close";
+    case FindingKind::finds_another_rule:
+      return "finds_another_rule";
+    case FindingKind::other_language:
+      return "other_language";
+    case FindingKind::not_utf8:
+      return "not_utf8";
+    case FindingKind::empty_sentence:
+      return "empty_sentence";
+    case FindingKind::duplicate_sentence:
+      return "duplicate_sentence";
+  }
+  return "unknown";
+}
+
+std::vector<Finding> lint(const Matcher& matcher) {
+  return Linter(matcher).findings();
+}
+
+}  // namespace velmora
