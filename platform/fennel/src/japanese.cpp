@@ -145,13 +145,12 @@ const MeCab::Model* shared_dictionary() {
   return model;
 }
 
-void JapaneseAnalyzer::add_stems(const icu::UnicodeString& text, StemList& stems) {
-  utf8_.clear();
+void JapaneseAnalyzer::add_stems(icu::UnicodeString text, StemList& stems) {
   // MeCab knows one kind of blank, and may put other characters that it does not know in a word.
-  text_ = text;
-  replace_separators(text_);
-  text_.toUTF8String(utf8_);
-  string_view rest = utf8_;
+  replace_separators(text);
+  std::string utf8;
+  text.toUTF8String(utf8);
+  string_view rest = utf8;
   while (!rest.empty()) {
     const std::size_t end = end_of_part(rest);
     add_stems_of_part(rest.substr(0, end), stems);

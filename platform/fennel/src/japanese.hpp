@@ -33,16 +33,13 @@ class JapaneseAnalyzer {
       : tagger_(model.createTagger()), lattice_(model.createLattice()) {}
 
   /// Adds the base forms of the words that carry meaning.
-  void add_stems(const icu::UnicodeString& text, StemList& stems);
+  void add_stems(icu::UnicodeString text, StemList& stems);
 
  private:
   void add_stems_of_part(std::string_view part, StemList& stems);
 
   std::unique_ptr<MeCab::Tagger> tagger_;
   std::unique_ptr<MeCab::Lattice> lattice_;
-  // Kept from call to call for their memory.
-  icu::UnicodeString text_;
-  std::string utf8_;
 };
 
 }  // namespace VX::Dialog::fennel

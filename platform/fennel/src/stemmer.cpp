@@ -3,6 +3,7 @@
 // The rules stand in platform/fennel/README.md. Used by the engines and the model trainer. Tested
 // by platform/fennel/tests/stemmer-test.cpp.
 #include <new>
+#include <utility>
 
 #include <fennel/stemmer.hpp>
 
@@ -23,7 +24,7 @@ struct Language {
   std::string_view code;
   const char* locale;
   const char* snowball;  // algorithm; null: no stemming
-  void (*add_word)(const Word&, StemList&);
+  AddWord add_word;
 };
 
 constexpr Language kLanguages[] = {
@@ -87,11 +88,6 @@ struct Stemmer::Impl {
   fennel::WordSplitter splitter;
   fennel::Snowball snowball;
   std::unique_ptr<fennel::JapaneseAnalyzer> japanese;  // null: words as ICU finds them
-
-  // Kept from call to call for their memory.
-  icu::UnicodeString scratch;
-  fennel::NormalizedText normalized;
-  std::vector<fennel::Word> words;
 };
 
 Stemmer::Stemmer(const std::string& language)
@@ -100,16 +96,13 @@ Stemmer::Stemmer(const std::string& language)
 Stemmer::~Stemmer() = default;
 
 void Stemmer::stem_sentence(const std::string& sentence, std::vector<std::string>& stems) {
-  fennel::normalize(sentence, impl_->scratch, impl_->normalized);
+  fennel::NormalizedText normalized = fennel::normalize(sentence);
   // From here on `sentence` is not read: it may be one of the strings of `stems`.
   fennel::StemList list(stems, impl_->snowball.get());
   if (impl_->japanese != nullptr) {
-    impl_->japanese->add_stems(impl_->normalized.text, list);
+    impl_->japanese->add_stems(std::move(normalized.text), list);
   } else {
-    impl_->splitter.split(impl_->normalized, impl_->words);
-    for (const fennel::Word& word : impl_->words) {
-      impl_->language.add_word(word, list);
-    }
+    impl_->splitter.split(normalized, impl_->language.add_word, list);
   }
   list.finish();
 }

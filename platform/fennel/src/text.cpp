@@ -41,9 +41,9 @@ bool is_ascii(std::string_view sentence) {
                      [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-void normalize_ascii(std::string_view sentence, icu::UnicodeString& text) {
+icu::UnicodeString normalize_ascii(std::string_view sentence) {
   const auto length = static_cast<std::int32_t>(sentence.size());
-  text.remove();
+  icu::UnicodeString text;
   char16_t* out = text.getBuffer(std::max(length, 1));
   if (out == nullptr) {
     throw std::bad_alloc();
@@ -53,6 +53,7 @@ void normalize_ascii(std::string_view sentence, icu::UnicodeString& text) {
     *out++ = byte == '`' ? kApostrophe : static_cast<char16_t>(is_upper ? byte - 'A' + 'a' : byte);
   }
   text.releaseBuffer(length);
+  return text;
 }
 
 // Null when ICU has no data for it. Owned by ICU; looked up once.
@@ -133,23 +134,23 @@ bool has_category(UChar32 character, std::uint32_t mask) {
 
 }  // namespace
 
-void normalize(std::string_view sentence, icu::UnicodeString& scratch, NormalizedText& result) {
+NormalizedText normalize(std::string_view sentence) {
   sentence = sentence.substr(0, kLongestSentence);
   if (is_ascii(sentence)) {
-    normalize_ascii(sentence, result.text);
-    result.is_simple = true;
-    return;
+    return {normalize_ascii(sentence), true};
   }
-  scratch = icu::UnicodeString::fromUTF8(
+  icu::UnicodeString raw = icu::UnicodeString::fromUTF8(
       icu::StringPiece(sentence.data(), static_cast<std::int32_t>(sentence.size())));
-  prepare(scratch);
-  UErrorCode status = U_ZERO_ERROR;
+  prepare(raw);
+  NormalizedText result;
   if (const icu::Normalizer2* normalizer = nfkc_casefold()) {
-    normalizer->normalize(scratch, result.text, status);
+    UErrorCode status = U_ZERO_ERROR;
+    normalizer->normalize(raw, result.text, status);
   } else {
-    result.text = scratch.toLower();  // ICU without its data: as near as it gets
+    result.text = raw.toLower();  // ICU without its data: as near as it gets
   }
   result.is_simple = unify_apostrophes(result.text);
+  return result;
 }
 
 bool starts_word(UChar32 character) {

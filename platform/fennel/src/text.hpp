@@ -17,9 +17,9 @@ struct NormalizedText {
   bool is_simple = true;
 };
 
-/// NFKC, case folded, without invisible characters; every kind of apostrophe is U+0027 and what is
-/// no UTF-8 is U+FFFD. `scratch` and the old content of `result` only lend their memory.
-void normalize(std::string_view sentence, icu::UnicodeString& scratch, NormalizedText& result);
+/// NFKC, case folded, without invisible characters. Every kind of apostrophe becomes U+0027, and
+/// bytes that are not UTF-8 become U+FFFD.
+NormalizedText normalize(std::string_view sentence);
 
 /// Letters and numbers.
 bool starts_word(UChar32 character);

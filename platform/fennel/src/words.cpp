@@ -16,6 +16,10 @@
 namespace VX::Dialog::fennel {
 namespace {
 
+// A break iterator keeps every break of the longest run of a script without blanks that it has
+// seen, so one that has seen more than this is not kept.
+constexpr std::size_t kLongestUsualText = std::size_t{64} << 10;
+
 // A piece of the text, read character by character.
 struct Piece {
   std::u16string_view text;  // the whole sentence
@@ -91,7 +95,8 @@ std::size_t read_word(const Piece& piece, std::size_t index, std::string& word) 
   return index;
 }
 
-void split_piece(const Piece& piece, std::vector<Word>& words) {
+void split_piece(const Piece& piece, AddWord add_word, StemList& stems) {
+  Word word;
   std::size_t index = piece.begin;
   while (index < piece.end) {
     const auto [character, behind] = piece.character_at(index);
@@ -99,17 +104,17 @@ void split_piece(const Piece& piece, std::vector<Word>& words) {
       index = behind;
       continue;
     }
-    Word& word = words.emplace_back();
+    word.text.clear();
     word.before = index > 0 ? piece.text[index - 1] : u'\0';
     index = read_word(piece, index, word.text);
     word.after = index < piece.text.size() ? piece.text[index] : u'\0';
+    add_word(word, stems);
   }
 }
 
 }  // namespace
 
-void WordSplitter::split(const NormalizedText& normalized, std::vector<Word>& words) {
-  words.clear();
+void WordSplitter::split(const NormalizedText& normalized, AddWord add_word, StemList& stems) {
   const icu::UnicodeString& text = normalized.text;
   const std::u16string_view units(text.getBuffer(), static_cast<std::size_t>(text.length()));
   if (!normalized.is_simple && break_iterator_ == nullptr) {
@@ -120,15 +125,19 @@ void WordSplitter::split(const NormalizedText& normalized, std::vector<Word>& wo
     }
   }
   if (normalized.is_simple || break_iterator_ == nullptr) {
-    split_piece({units, 0, units.size()}, words);
+    split_piece({units, 0, units.size()}, add_word, stems);
     return;
   }
   break_iterator_->setText(text);
   std::int32_t begin = break_iterator_->first();
   for (std::int32_t end = break_iterator_->next(); end != icu::BreakIterator::DONE;
        end = break_iterator_->next()) {
-    split_piece({units, static_cast<std::size_t>(begin), static_cast<std::size_t>(end)}, words);
+    split_piece({units, static_cast<std::size_t>(begin), static_cast<std::size_t>(end)}, add_word,
+                stems);
     begin = end;
+  }
+  if (units.size() > kLongestUsualText) {
+    break_iterator_.reset();
   }
 }
 

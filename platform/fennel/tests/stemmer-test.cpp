@@ -1,6 +1,8 @@
 // Sentences and their stems: the rules of each language, and input that is long.
 //
 // Models are built from these stems: a row that has to change asks for new models.
+#include <malloc.h>
+
 #include <random>
 #include <thread>
 
@@ -85,6 +87,36 @@ TEST(Stemmer, TheShortRoadGivesTheSameStems) {
       ASSERT_EQ(stems_of(stemmer, sentence), stems_of(stemmer, sentence + " \u3002"))
           << language << ": " << sentence;
     }
+  }
+}
+
+std::string repeated(const std::string& piece, std::size_t size) {
+  std::string text;
+  while (text.size() < size) {
+    text += piece;
+  }
+  return text;
+}
+
+// Memory is measured by what the C library has handed out; libraries of the stemmer use it, too.
+std::size_t bytes_in_use() {
+  const struct mallinfo2 info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
+TEST(Stemmer, KeepsNoMemoryOfALongSentence) {
+  const std::tuple<const char*, const char*> kinds[] = {
+      {"enu", "word "},
+      {"frf", "caf\u00E9 "},
+      {"enu", "\u0E44\u0E17\u0E22\u0E20\u0E32\u0E29\u0E32"},  // in which ICU looks for words
+      {"jpj", "\u30D1\u30F3\u3092\u98DF\u3079\u305F\u3002"},
+  };
+  for (const auto& [language, piece] : kinds) {
+    Stemmer stemmer(language);
+    (void)stems_of(stemmer, piece);
+    const std::size_t before = bytes_in_use();
+    (void)stems_of(stemmer, repeated(piece, 2'000'000));
+    EXPECT_LT(bytes_in_use(), before + 200'000) << language << ": " << piece;
   }
 }
 
