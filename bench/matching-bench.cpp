@@ -4,7 +4,7 @@
 
 #include <velmora/inference.hpp>
 #include <velmora/preprocess.hpp>
-#include <velmora/query-weighting.hpp>
+#include <velmora/tfidf.hpp>
 #include <velmora/ranking.hpp>
 #include <velmora/term-matrix.hpp>
 

@@ -11,10 +11,10 @@
 #include <velmora/frequencies.hpp>
 #include <velmora/inference.hpp>
 #include <velmora/preprocess.hpp>
-#include <velmora/query-weighting.hpp>
 #include <velmora/ranking.hpp>
 #include <velmora/similarity.hpp>
 #include <velmora/term-matrix.hpp>
+#include <velmora/tfidf.hpp>
 
 #include "engine/velmora-private.hpp"
 #include "support.hpp"

@@ -4,8 +4,8 @@
 
 #include <velmora/frequencies.hpp>
 #include <velmora/preprocess.hpp>
-#include <velmora/query-weighting.hpp>
 #include <velmora/snapshot.hpp>
+#include <velmora/tfidf.hpp>
 
 #include "../latent/fold-in.hpp"
 #include "../snapshot/snapshot-reader.hpp"

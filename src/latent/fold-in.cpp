@@ -6,7 +6,7 @@
 #include <Eigen/LU>
 
 #include <velmora/preprocess.hpp>
-#include <velmora/query-weighting.hpp>
+#include <velmora/tfidf.hpp>
 
 #include "matrix-terms.hpp"
 

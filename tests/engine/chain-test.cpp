@@ -9,9 +9,9 @@
 #include <velmora/frequencies.hpp>
 #include <velmora/inference.hpp>
 #include <velmora/preprocess.hpp>
-#include <velmora/query-weighting.hpp>
 #include <velmora/ranking.hpp>
 #include <velmora/term-matrix.hpp>
+#include <velmora/tfidf.hpp>
 
 #include "engine/velmora-private.hpp"
 #include "kit/fixtures.hpp"

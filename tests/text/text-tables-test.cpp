@@ -5,8 +5,8 @@
 #include <velmora/dictionary.hpp>
 #include <velmora/frequencies.hpp>
 #include <velmora/preprocess.hpp>
-#include <velmora/query-weighting.hpp>
 #include <velmora/term-matrix.hpp>
+#include <velmora/tfidf.hpp>
 
 #include "kit/fixtures.hpp"
 

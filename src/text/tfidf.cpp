@@ -1,4 +1,4 @@
-#include <velmora/query-weighting.hpp>
+#include <velmora/tfidf.hpp>
 
 #include "../support/log-site.hpp"
 #include "../support/tables.hpp"
