@@ -1,8 +1,5 @@
-// Logging by category, on top of spdlog's standard error sink.
-//
-// Used by every library of this tree. Categories and handlers stand in registries that are never
-// destroyed, so a library may log from its own static objects, first and last. Tested by
-// platform/zu/tests/log-test.cpp.
+#include <pthread.h>
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -31,6 +28,8 @@ class Category {
 
 namespace {
 
+// Neither registry is ever destroyed, so that a library may log from its own static objects, first
+// and last.
 struct Categories {
   std::mutex mutex;
   std::map<std::string, std::unique_ptr<Category>> by_name;
@@ -224,6 +223,23 @@ void setConsole(bool enabled) {
   console_enabled = enabled;
 }
 
+namespace {
+
+// Cancelling a thread unwinds its stack, and neither a destructor nor a handler's catch-all lets
+// that pass: the process would abort. What is asked for meanwhile happens after the record.
+class CancellationDeferred {
+ public:
+  CancellationDeferred() { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &state_before_); }
+  ~CancellationDeferred() { pthread_setcancelstate(state_before_, nullptr); }
+  CancellationDeferred(const CancellationDeferred&) = delete;
+  CancellationDeferred& operator=(const CancellationDeferred&) = delete;
+
+ private:
+  int state_before_ = PTHREAD_CANCEL_ENABLE;
+};
+
+}  // namespace
+
 struct LogStream::Impl {
   Record record;
   std::ostringstream text;
@@ -246,6 +262,7 @@ LogStream::~LogStream() {
   if (impl_ == nullptr) {
     return;
   }
+  const CancellationDeferred deferred;
   try {
     impl_->record.text = impl_->text.str();
     if (console_enabled) {

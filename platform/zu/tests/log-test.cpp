@@ -1,4 +1,6 @@
 // Logging by category: levels, records, handlers that come and go, also from several threads.
+#include <pthread.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <mutex>
@@ -96,6 +98,25 @@ TEST_F(Log, AHandlerMayThrowLogAndRemoveItself) {
   EXPECT_EQ(once_heard, "re: hello");  // of the two records, the inner one reaches it first
   const auto text = [](const char* expected) { return Field(&Record::text, expected); };
   EXPECT_THAT(records, ElementsAre(text("hello"), text("re: hello")));
+}
+
+TEST_F(Log, AThreadThatIsCancelledHandsItsRecordOverFirst) {
+  const int canceller = addHandler([](const Record&) {
+    pthread_cancel(pthread_self());
+    pthread_testcancel();
+  });
+  const auto log_and_go_on = [](void* of) -> void* {
+    say(static_cast<const Category*>(of), Level::info, "last words");
+    pthread_testcancel();
+    return of;
+  };
+  pthread_t thread = {};
+  void* result = nullptr;
+  ASSERT_EQ(pthread_create(&thread, nullptr, log_and_go_on, category), 0);
+  ASSERT_EQ(pthread_join(thread, &result), 0);
+  removeHandler(canceller);
+  EXPECT_EQ(result, PTHREAD_CANCELED);
+  EXPECT_THAT(records, ElementsAre(Field(&Record::text, "last words")));
 }
 
 // What a removed handler used is gone at once here, so a late call is a use after free.

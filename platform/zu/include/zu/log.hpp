@@ -15,7 +15,7 @@
 namespace zu::log {
 
 /// From gravest to most talkative. A category set to one level shows it and all graver ones;
-/// `silent` hides everything and is no level for a record.
+/// `silent` hides everything; a record never has it.
 enum class Level : int {
   silent = 0,
   fatal = 1,
@@ -54,7 +54,8 @@ struct Record {
   std::string text;      ///< The message as it was put together.
 };
 
-/// Runs on the thread that logs. What it throws is dropped.
+/// Runs on the thread that logs, which is not cancelled (pthread_cancel) until its record is
+/// handed over. What a handler throws is dropped; it must not end the thread (pthread_exit).
 using Handler = std::function<void(const Record&)>;
 
 /// From now on `handler` is called once for each visible record, by several threads at once if
