@@ -1,7 +1,3 @@
-// Base forms of Japanese words, by MeCab with the IPA dictionary.
-//
-// Particles, auxiliaries and symbols are left out; digits that follow one another are one number.
-// Used by the stemmer. Tested by platform/fennel/tests/japanese-test.cpp.
 #include "japanese.hpp"
 
 #include <algorithm>
@@ -36,8 +32,8 @@ string_view feature_field(string_view feature, int index) {
   return feature.substr(0, feature.find(','));
 }
 
-// Letters of the Latin and Greek alphabets are symbols to the dictionary, and so is what it does
-// not know at all, words of other scripts among it.
+// The dictionary calls Latin and Greek letters symbols, and also what it does not know at all,
+// such as words of other scripts. Those count as words here.
 bool is_function_word(const MeCab::Node& node) {
   const string_view part_of_speech = feature_field(node.feature, kPartOfSpeech);
   const bool is_symbol = part_of_speech == "記号" && node.stat != MECAB_UNK_NODE &&
@@ -92,8 +88,8 @@ void replace_separators(icu::UnicodeString& text) {
   text.releaseBuffer(length);
 }
 
-// Where the first part of a long text ends: behind a sentence, a phrase or a blank if there is
-// one, else behind any character.
+// Where the first part of a long text ends: after a sentence, else after a phrase, else after a
+// blank, else after any character.
 std::size_t end_of_part(string_view text) {
   if (text.size() <= kLongestPart) {
     return text.size();

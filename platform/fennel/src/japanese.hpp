@@ -1,5 +1,6 @@
-// Base forms of Japanese words, by MeCab.
+// Base forms of Japanese words, by MeCab with the IPA dictionary.
 //
+// Particles, auxiliaries and symbols are left out; digits that follow one another are one number.
 // Used by the stemmer. Not installed. Tested by platform/fennel/tests/japanese-test.cpp.
 #pragma once
 
@@ -18,7 +19,7 @@ namespace VX::Dialog::fennel {
 /// Opens the first of the dictionaries that works and is what we need: UTF-8, and its features
 /// those of the IPA dictionary. Null when none does; that is logged.
 ///
-/// arguments  for each dictionary what MeCab's command line would say
+/// arguments  the options of MeCab's command line, one string for each dictionary
 std::unique_ptr<MeCab::Model> open_dictionary(const std::vector<std::string>& arguments);
 
 /// The dictionary of this process, opened at the first call and shared by all threads; null when

@@ -1,10 +1,9 @@
 // English contractions and French elisions, by table.
 //
 // The same meaning should give the same stems however it is written, so a shortened form becomes
-// the words that it stands for: "don't" is "do not" and "l'eau" is "le eau". What is no known
-// shortening loses its apostrophes: "o'clock" is "oclock", "aujourd'hui" is "aujourdhui". Models
-// hold these stems: a change of a table asks for new models. Used by the stemmer. Tested by
-// platform/fennel/tests/stemmer-test.cpp.
+// the words that it stands for: "don't" is "do not" and "l'eau" is "le eau". Other words
+// lose their apostrophes: "o'clock" is "oclock", "aujourd'hui" is "aujourdhui". Models hold these
+// stems, so a change of a table needs new models.
 #include "shortenings.hpp"
 
 #include <algorithm>
@@ -84,7 +83,8 @@ const Replacement* find_english_ending(string_view word) {
   return found != std::end(kEnglishEndings) ? &*found : nullptr;
 }
 
-// "couldn't've": endings come off from the right, and their words go in behind.
+// "couldn't've": endings are cut off from the right, and their words follow the rest in the order
+// of the text.
 void add_contraction(string_view word, StemList& stems) {
   std::vector<string_view> endings;
   while (const Replacement* ending = find_english_ending(word)) {

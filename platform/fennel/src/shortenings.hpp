@@ -1,6 +1,7 @@
 // What English and French do with a word before it is stemmed.
 //
-// Not installed. Tested through the stemmer by platform/fennel/tests/stemmer-test.cpp.
+// Used by the stemmer. Not installed. Tested through the stemmer by
+// platform/fennel/tests/stemmer-test.cpp.
 #pragma once
 
 #include "stem-list.hpp"

@@ -1,6 +1,7 @@
-// Where the languages put their stems.
+// The list that the languages put their stems into.
 //
-// Not installed. Tested through the stemmer by platform/fennel/tests/stemmer-test.cpp.
+// Used by the stemmer. Not installed. Tested through the stemmer by
+// platform/fennel/tests/stemmer-test.cpp.
 #pragma once
 
 #include <memory>

@@ -1,7 +1,3 @@
-// The stemmer: normalise, split into words, undo shortenings, stem.
-//
-// The rules stand in platform/fennel/README.md. Used by the engines and the model trainer. Tested
-// by platform/fennel/tests/stemmer-test.cpp.
 #include <new>
 #include <utility>
 

@@ -1,6 +1,3 @@
-// Normalisation with ICU, and a shorter road for ASCII that gives the same.
-//
-// Used by the stemmer. Tested by platform/fennel/tests/stemmer-test.cpp.
 #include "text.hpp"
 
 #include <algorithm>
@@ -41,6 +38,7 @@ bool is_ascii(std::string_view sentence) {
                      [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
+// The same as the normalisation by ICU, only faster.
 icu::UnicodeString normalize_ascii(std::string_view sentence) {
   const auto length = static_cast<std::int32_t>(sentence.size());
   icu::UnicodeString text;
@@ -65,8 +63,8 @@ const icu::Normalizer2* nfkc_casefold() {
   return normalizer;
 }
 
-// What NFKC would take for something else: it turns the acute accent that some type for an
-// apostrophe into a blank and a mark, and the trade mark signs into letters of the word before.
+// Replaces what NFKC would spoil: the acute accent that some type for an apostrophe would become a
+// blank and a mark, and the trade mark signs letters of the word before.
 char16_t before_nfkc(char16_t unit) {
   switch (unit) {
     case u'\u00B4':
@@ -147,7 +145,7 @@ NormalizedText normalize(std::string_view sentence) {
     UErrorCode status = U_ZERO_ERROR;
     normalizer->normalize(raw, result.text, status);
   } else {
-    result.text = raw.toLower();  // ICU without its data: as near as it gets
+    result.text = raw.toLower();  // ICU without its data: the nearest there is
   }
   result.is_simple = unify_apostrophes(result.text);
   return result;

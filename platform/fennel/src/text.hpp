@@ -12,8 +12,8 @@ namespace VX::Dialog::fennel {
 
 struct NormalizedText {
   icu::UnicodeString text;
-  /// No character needs more than a look at its neighbours to find the words: ICU's word breaking
-  /// would say nothing new.
+  /// The words can be found by looking at neighbouring characters alone; ICU's word breaking would
+  /// find the same.
   bool is_simple = true;
 };
 

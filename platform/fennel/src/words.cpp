@@ -1,10 +1,8 @@
-// Word splitting.
-//
 // ICU's word breaking (Unicode Standard Annex 29, with dictionaries for scripts without blanks)
 // cuts the text into pieces, and the rules below find the words of a piece. They look at
-// neighbouring characters alone, and where there are only Latin letters the pieces never end
-// inside what they keep together; so simple text is one single piece, which is much faster and
-// gives the same words. Used by the stemmer. Tested by platform/fennel/tests/stemmer-test.cpp.
+// neighbouring characters alone, and where there are only Latin letters a piece never ends inside
+// what they keep together. So simple text is one single piece, which is much faster and
+// gives the same words.
 #include "words.hpp"
 
 #include <new>
@@ -26,7 +24,7 @@ struct Piece {
   std::size_t begin;
   std::size_t end;
 
-  // The character at `index` and the index behind it; {0, end} at the end of the piece.
+  // The character at `index` and the index after it; {0, end} at the end of the piece.
   std::pair<UChar32, std::size_t> character_at(std::size_t index) const {
     if (index >= end) {
       return {0, end};
@@ -48,40 +46,40 @@ void append_utf8(UChar32 character, std::string& text) {
   text.append(bytes, length);
 }
 
-// Whether the full stop before `index` stands between two single letters, as in "u.s.a".
+// Whether the full stop before `index` is between two single letters, as in "u.s.a".
 bool is_followed_by_single_letter(const Piece& piece, std::size_t index) {
-  const auto [letter, behind_letter] = piece.character_at(index);
+  const auto [letter, after_letter] = piece.character_at(index);
   if (!is_letter(letter)) {
     return false;
   }
-  const auto [next, behind_next] = piece.character_at(behind_letter);
-  const bool goes_on_behind_apostrophe =
-      next == '\'' && is_letter(piece.character_at(behind_next).first);
-  return !continues_word(next) && !goes_on_behind_apostrophe;
+  const auto [next, after_next] = piece.character_at(after_letter);
+  const bool goes_on_after_apostrophe =
+      next == '\'' && is_letter(piece.character_at(after_next).first);
+  return !continues_word(next) && !goes_on_after_apostrophe;
 }
 
-// Reads the word that begins at `index`; returns the index behind it.
+// Reads the word that begins at `index`; returns the index after it.
 std::size_t read_word(const Piece& piece, std::size_t index, std::string& word) {
   UChar32 previous = 0;
   // Characters since the last full stop of an abbreviation, while it may be one.
   int run_length = 0;
   bool has_apostrophe = false;
   while (index < piece.end) {
-    const auto [character, behind] = piece.character_at(index);
+    const auto [character, after] = piece.character_at(index);
     if (continues_word(character)) {
       append_utf8(character, word);
       ++run_length;
     } else if (character == '\'') {
-      if (!is_letter_or_mark(previous) || !is_letter(piece.character_at(behind).first)) {
+      if (!is_letter_or_mark(previous) || !is_letter(piece.character_at(after).first)) {
         break;
       }
       word += '\'';
       has_apostrophe = true;
     } else if (character == '.' || character == ',') {
-      if (is_digit(previous) && is_digit(piece.character_at(behind).first)) {
+      if (is_digit(previous) && is_digit(piece.character_at(after).first)) {
         append_utf8(character, word);
       } else if (character == '.' && run_length == 1 && !has_apostrophe && is_letter(previous) &&
-                 is_followed_by_single_letter(piece, behind)) {
+                 is_followed_by_single_letter(piece, after)) {
         run_length = 0;
       } else {
         break;
@@ -90,7 +88,7 @@ std::size_t read_word(const Piece& piece, std::size_t index, std::string& word) 
       break;
     }
     previous = character;
-    index = behind;
+    index = after;
   }
   return index;
 }
@@ -99,9 +97,9 @@ void split_piece(const Piece& piece, AddWord add_word, StemList& stems) {
   Word word;
   std::size_t index = piece.begin;
   while (index < piece.end) {
-    const auto [character, behind] = piece.character_at(index);
+    const auto [character, after] = piece.character_at(index);
     if (!starts_word(character)) {
-      index = behind;
+      index = after;
       continue;
     }
     word.text.clear();

@@ -56,7 +56,7 @@ const std::tuple<const char*, std::string, const char*> kStemCases[] = {
      "\u0E44\u0E17\u0E22 \u0E20\u0E32\u0E29\u0E32"},
     {"xyz", "Don't RUN running Stra\u00DFe", "don't run running strasse"},
     {"", "\u65E5\u672C\u8A9E\u3092\u52C9\u5F37", "\u65E5\u672C\u8A9E \u3092 \u52C9\u5F37"},
-    // Nothing, blanks of all kinds, a NUL, bytes that are no UTF-8.
+    // Nothing, blanks of all kinds, a NUL, bytes that are not UTF-8.
     {"enu", "", ""},
     {"enu", "one\u00A0two\u2028three\u3000four\tfive", "one two three four five"},
     {"enu", std::string("one\0two", 7), "one two"},

@@ -63,11 +63,11 @@ Listeners& listeners() {
   return registry;
 }
 
-// One handler call on this thread; the chain of them tells a handler's own records from others.
+// One handler call on this thread. The chain of them shows which handlers logged a record.
 class HandlerCall {
  public:
-  // Check entered() before the call: a handler removed meanwhile is not to be called, and neither
-  // is one that is running on this thread already.
+  // Check entered() before the call: a handler that has been removed meanwhile, or is running on
+  // this thread already, must not be called.
   explicit HandlerCall(Listener& called) : listener(called), outer(innermost) {
     for (const HandlerCall* call = outer; call != nullptr; call = call->outer) {
       if (&call->listener == &listener) {
@@ -119,7 +119,7 @@ void call_handlers(const Record& record) {
     try {
       listener->handler(record);
     } catch (...) {
-      // A log site cannot mend what a listener breaks, and the next listener still gets its record.
+      // The code that logs can do nothing about it, and the next listener still gets its record.
     }
   }
 }
@@ -143,7 +143,7 @@ void write_to_console(const Record& record) {
     created->set_pattern("%Y-%m-%d %H:%M:%S.%e [%t] %v");
     return *created;
   }();
-  // spdlog's own names for the two most talkative levels differ from ours, so the line names it.
+  // spdlog has other names for the two most talkative levels, so the line holds ours.
   const Naming& naming = kNamings[static_cast<std::size_t>(record.level)];
   const std::string line = std::string(naming.name) + " " + record.category +
                            (record.function.empty() ? "" : " " + record.function) + ": " +
@@ -211,7 +211,7 @@ void removeHandler(int id) {
   listener->removed = true;
   registry.list = std::move(shorter);
   if (HandlerCall::any_on_this_thread()) {
-    return;  // waiting could be waiting for oneself
+    return;  // the call to wait for may be the caller's own
   }
   registry.call_ended.wait(lock, [&] { return listener->calls_under_way == 0; });
   lock.unlock();

@@ -1,6 +1,3 @@
-// Search for data files along the XDG base directories and the prefix of the installed library.
-//
-// Used by the engines to find the models of a language. Tested by platform/zu/tests/path-test.cpp.
 #include <dlfcn.h>
 
 #include <cstdlib>
@@ -49,8 +46,8 @@ std::string find_installed_root() {
   }
   std::error_code error;
   const fs::path library = fs::absolute(info.dli_fname, error);
-  // The folder is resolved (/lib may be a link to /usr/lib), the library's own name is not: a
-  // prefix may be a farm of links.
+  // The folder is resolved, since /lib may be a link to /usr/lib. The library's own name is not,
+  // since a prefix may hold nothing but links to files elsewhere.
   const fs::path folder = fs::canonical(library.parent_path(), error);
   return (prefix_of(error ? library.parent_path() : folder) / "share").string();
 }
@@ -61,7 +58,7 @@ const std::string& installed_root() {
 }
 [[maybe_unused]] const std::string& found_at_load_time = installed_root();
 
-// Empty when there is none.
+// Empty when the environment names none.
 std::string user_root() {
   std::string data_home = environment("XDG_DATA_HOME");
   if (is_absolute(data_home)) {

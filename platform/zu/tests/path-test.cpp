@@ -48,7 +48,7 @@ TEST_F(FindData, TakesTheFirstRootThatHasIt) {
   const std::string missing = find();
   EXPECT_FALSE(fs::exists(missing));
   EXPECT_TRUE(missing.ends_with("/share/" + application + "/en/idf")) << missing;
-  // The prefix of the library stands between the user's data and the system's.
+  // The prefix of the library comes after the user's data and before the system's.
   for (const std::string& place :
        {std::string("second/"), std::string("first/"), missing, std::string("home/")}) {
     const std::string file = put(place == missing ? place : place + application + "/en/idf");

@@ -1,4 +1,4 @@
-// From a sentence to the stems of its words.
+// From a sentence to the stems of its words. Tested by platform/fennel/tests/stemmer-test.cpp.
 #pragma once
 
 #include <memory>
@@ -10,7 +10,7 @@
 namespace VX::Dialog {
 
 /// Stems of one language. Models are built from these stems, so the same sentence gives the same
-/// stems from release to release; platform/fennel/README.md tells the rules.
+/// stems from release to release; the rules are in platform/fennel/README.md.
 ///
 /// One Stemmer serves one thread at a time; different objects may work at the same time.
 class FENNEL_EXPORT Stemmer {

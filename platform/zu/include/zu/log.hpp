@@ -1,7 +1,7 @@
-// Logging by category: who may speak how loudly, and who listens.
+// Logging by category: levels, records, and handlers that receive them.
 //
 // Every function here may be called from any thread, also while other libraries of the process are
-// being initialised or torn down.
+// being initialised or torn down. Tested by platform/zu/tests/log-test.cpp.
 #pragma once
 
 #include <functional>
@@ -33,8 +33,8 @@ class Category;
 /// Throws only std::bad_alloc.
 ZU_EXPORT Category* addCategory(const std::string& name);
 
-/// Whether the category shows records of `level`, whether or not anybody listens. False for a null
-/// category and for Level::silent. Costs one atomic load.
+/// Whether the category shows records of `level`, whether or not there is a handler. False for a
+/// null category and for Level::silent. Costs one atomic load.
 ZU_EXPORT bool isVisible(const Category* category, Level level) noexcept;
 
 /// Sets every category, also those set one by one before and those added later. The level at
@@ -78,7 +78,7 @@ ZU_EXPORT void setConsole(bool enabled);
 /// is formatted. Numbers have the default stream format of the classic locale. Used by one thread.
 class ZU_EXPORT LogStream {
  public:
-  /// `file` and `function` are copied; null stands for the empty string.
+  /// `file` and `function` are copied; null is taken as the empty string.
   LogStream(Level level, const char* file, const char* function, int line,
             const Category* category);
   ~LogStream();
