@@ -8,16 +8,15 @@
 #include <velmora/preprocess.hpp>
 #include <velmora/tfidf.hpp>
 
+#include "../support/eigen-cache-sizes.hpp"
 #include "matrix-terms.hpp"
 
 namespace VX::Dialog::detail {
 
 namespace {
 
-// Eigen cuts large products into blocks by the cache sizes of the machine, and the cuts decide how
-// sums are rounded. With fixed sizes a model gives the same scores on every machine.
 [[maybe_unused]] const bool kCacheSizesFixed = [] {
-  Eigen::setCpuCacheSizes(32 * 1024, 256 * 1024, 2 * 1024 * 1024);
+  fix_eigen_cache_sizes();
   return true;
 }();
 

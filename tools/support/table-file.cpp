@@ -2,14 +2,15 @@
 #include "table-file.hpp"
 
 #include <charconv>
-#include <fstream>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
+
+#include "line-reader.hpp"
 
 namespace {
 
 constexpr const char* kBlanks = " \t\r\n\v\f";
-constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string trimmed(const std::string& text) {
   const std::size_t begin = text.find_first_not_of(kBlanks);
@@ -65,27 +66,24 @@ std::string complaint(const std::string& path, int line_number, const std::strin
 
 Table read_table(const std::string& path, const std::vector<std::string>& columns) {
   Table table;
-  std::ifstream in(path);
-  if (!in) {
-    table.errors.push_back(path + ": cannot open the file");
-    return table;
-  }
-  std::string line;
-  for (int number = 1; std::getline(in, line); ++number) {
-    if (number == 1 && line.rfind(kByteOrderMark, 0) == 0) {
-      line.erase(0, 3);
+  try {
+    LineReader reader(path);
+    for (std::string line; reader.next(line);) {
+      const int line_number = static_cast<int>(reader.line_number());
+      const std::string content = trimmed(line);
+      if (content.empty() || content.front() == '#') {
+        continue;
+      }
+      TableLine record{line_number, split(line, columns.size())};
+      const std::string what = fault(record.fields, columns);
+      if (what.empty()) {
+        table.lines.push_back(std::move(record));
+      } else {
+        table.errors.push_back(complaint(path, line_number, what));
+      }
     }
-    const std::string content = trimmed(line);
-    if (content.empty() || content.front() == '#') {
-      continue;
-    }
-    TableLine record{number, split(line, columns.size())};
-    const std::string what = fault(record.fields, columns);
-    if (what.empty()) {
-      table.lines.push_back(std::move(record));
-    } else {
-      table.errors.push_back(complaint(path, number, what));
-    }
+  } catch (const std::runtime_error& failure) {
+    table.errors.push_back(failure.what());
   }
   if (table.lines.empty() && table.errors.empty()) {
     table.errors.push_back(path + ": nothing in the file");
