@@ -1,4 +1,3 @@
-// Implementation of checkpoint.hpp.
 #include "checkpoint.hpp"
 
 #include <algorithm>
@@ -10,8 +9,8 @@
 #include <vector>
 
 #include "failure.hpp"
+#include "fingerprint.hpp"
 #include "output-file.hpp"
-#include "random.hpp"
 
 namespace velmora::trainer {
 
@@ -44,19 +43,6 @@ std::uint64_t checksum(std::string_view header, std::string_view factors) {
 }
 
 }  // namespace
-
-void Fingerprint::add(const void* bytes, std::size_t size) {
-  const char* next = static_cast<const char*>(bytes);
-  value_ = random_bits(value_, size);
-  for (std::size_t left = size; left != 0;) {
-    std::uint64_t word = 0;
-    const std::size_t step = std::min(left, sizeof word);
-    std::memcpy(&word, next, step);
-    value_ = random_bits(value_ ^ word, 0);
-    next += step;
-    left -= step;
-  }
-}
 
 void write_checkpoint(const Checkpoint& checkpoint, const std::filesystem::path& path) {
   Header header = {{},

@@ -16,17 +16,6 @@
 
 namespace velmora::trainer {
 
-/// Takes in bytes, one run after the other, and tells them apart from any others with near
-/// certainty.
-class Fingerprint {
- public:
-  void add(const void* bytes, std::size_t size);
-  std::uint64_t value() const { return value_; }
-
- private:
-  std::uint64_t value_ = 0x243f6a8885a308d3U;
-};
-
 struct Checkpoint {
   std::uint64_t fingerprint = 0;
   std::uint64_t sweeps = 0;

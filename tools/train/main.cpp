@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <exception>
 
-#include <Eigen/Core>
-
+#include "../../src/support/eigen-cache-sizes.hpp"
 #include "interrupt.hpp"
+#include "options.hpp"
 #include "training.hpp"
 
 int main(int argc, char** argv) {
@@ -16,15 +16,14 @@ int main(int argc, char** argv) {
   if (parsed.exit_status) {
     return *parsed.exit_status;
   }
-  // Eigen cuts matrix products to the caches it finds, and with the cuts the order of additions
-  // changes. With fixed sizes a model comes out the same on every machine.
-  Eigen::setCpuCacheSizes(32 * 1024, 512 * 1024, 4 * 1024 * 1024);
+  VX::Dialog::detail::fix_eigen_cache_sizes();
   watch_for_interrupts();
   try {
+    const TrainingSettings& settings = parsed.options.training;
     if (parsed.options.stems_only.empty()) {
-      train_model(parsed.options);
+      train_model(settings);
     } else {
-      write_stems(parsed.options);
+      write_stems(settings.corpus, parsed.options.stems_only, settings.progress);
     }
     return 0;
   } catch (const Interrupted&) {

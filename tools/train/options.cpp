@@ -1,4 +1,3 @@
-// Implementation of options.hpp.
 #include "options.hpp"
 
 #include <algorithm>
@@ -51,28 +50,33 @@ void add_label_weight(const std::string& text, std::map<std::string, double>& we
 }
 
 void check_together(const Options& options) {
-  require(options.corpus.stemmed || !options.corpus.language.empty(),
+  const TrainingSettings& settings = options.training;
+  require(settings.corpus.stemmed || !settings.corpus.language.empty(),
           "--language is required, unless the corpora are stems (--stemmed)");
-  require(options.output.empty() != options.stems_only.empty(),
+  require(settings.output.empty() != options.stems_only.empty(),
           "one of --output and --stems-only is required, and not both");
-  require(!options.resume || !options.checkpoint.empty(), "--resume needs --checkpoint");
+  require(!settings.resume || !settings.checkpoint.empty(), "--resume needs --checkpoint");
 }
 
-// What the command line tells in another form than Options holds it.
+// What the command line says in another form than the settings hold it.
 struct RawOptions {
   std::vector<std::string> everyday;
   std::vector<std::string> label_weights;
 };
 
 void add_input_options(CLI::App& app, Options& options, RawOptions& raw) {
-  app.add_option("CORPUS", options.corpus.files, "Files of text, or of stems")->required();
-  app.add_option("--language", options.corpus.language,
+  CorpusInput& corpus = options.training.corpus;
+  app.add_option("CORPUS", corpus.files, "Files of text, or of stems")->required();
+  app.add_option("--language", corpus.language,
                  "Language of the stemmer: enu, frf or jpj; words of others are taken as they are")
       ->type_name("CODE");
   app.add_option("--stems-only", options.stems_only,
                  "Only stem: write a line \"label<TAB>stem stem ...\" for each line of the corpora")
       ->type_name("FILE");
-  app.add_flag("--stemmed", options.corpus.stemmed, "The corpora are such files of stems");
+  app.add_flag("--stemmed", corpus.stemmed, "The corpora are such files of stems");
+  app.add_flag(
+      "--stem-sets", corpus.stem_sets,
+      "Sort the stems of each document and drop repeats, as the library does with a sentence");
   app.add_option("--everyday", raw.everyday,
                  "A source of everyday text: dictionary and idf come from these sources alone "
                  "(repeatable; without it, from all)")
@@ -84,80 +88,79 @@ void add_input_options(CLI::App& app, Options& options, RawOptions& raw) {
       ->allow_extra_args(false);
 }
 
-void add_training_options(CLI::App& app, Options& options) {
+void add_training_options(CLI::App& app, TrainingSettings& settings) {
   app.option_defaults()->always_capture_default();
-  // The product of words and documents of a shard has to fit an int in the matrix reader.
-  app.add_option("--vocabulary", options.vocabulary, "Most words of the dictionary")
+  app.add_option("--vocabulary", settings.vocabulary, "Most words of the dictionary")
       ->check(between(2, 100'000))
       ->type_name("N");
-  app.add_option("--min-count", options.min_count, "Fewest documents that hold a word")
+  app.add_option("--min-count", settings.min_count, "Fewest documents that hold a word")
       ->check(between(1, 1e9))
       ->type_name("N");
-  app.add_option("--idf-floor", options.idf_floor, "Smallest idf")
+  app.add_option("--idf-floor", settings.idf_floor, "Smallest idf")
       ->check(between(1e-6, 100))
       ->type_name("X");
-  app.add_option("--dim", options.factorisation.dim, "Latent dimensions")
+  app.add_option("--dim", settings.factorisation.dim, "Latent dimensions")
       ->check(between(1, 2000))
       ->type_name("N");
-  app.add_option("--sweeps", options.sweeps, "Sweeps of alternating least squares")
+  app.add_option("--sweeps", settings.sweeps, "Sweeps of alternating least squares")
       ->check(between(1, 1000))
       ->type_name("N");
-  app.add_option("--train-lambda", options.factorisation.lambda, "Ridge term of the training")
+  app.add_option("--train-lambda", settings.factorisation.lambda, "Ridge term of the training")
       ->check(between(1e-6, 1e9))
       ->type_name("X");
-  app.add_option("--missing-weight", options.factorisation.missing_weight,
+  app.add_option("--missing-weight", settings.factorisation.missing_weight,
                  "Weight of the words that a document does not hold")
       ->check(between(0, 1))
       ->type_name("X");
-  app.add_option("--refine-steps", options.refinement.steps,
+  app.add_option("--refine-steps", settings.refinement.steps,
                  "Steps that draw extracts of one document together; 0 for none")
       ->check(between(0, 1'000'000))
       ->type_name("N");
-  app.add_option("--refine-batch", options.refinement.batch, "Documents a step")
+  app.add_option("--refine-batch", settings.refinement.batch, "Documents a step")
       ->check(between(2, 10'000))
       ->type_name("N");
-  app.add_option("--refine-temperature", options.refinement.temperature,
+  app.add_option("--refine-temperature", settings.refinement.temperature,
                  "Smaller sets only the most alike documents of a step apart")
       ->check(between(0.01, 10))
       ->type_name("X");
-  app.add_option("--refine-lambda", options.refinement.lambda,
+  app.add_option("--refine-lambda", settings.refinement.lambda,
                  "Ridge term during these steps; 0 for that of inference (--lambda)")
       ->check(between(0, 1e9))
       ->type_name("X");
-  app.add_option("--refine-rate", options.refinement.rate, "Length of the first step")
+  app.add_option("--refine-rate", settings.refinement.rate, "Length of the first step")
       ->check(between(1e-6, 1))
       ->type_name("X");
-  app.add_option("--seed", options.random_start, "Random seed")->type_name("N");
+  app.add_option("--seed", settings.random_start, "Random seed")->type_name("N");
 }
 
-void add_output_options(CLI::App& app, Options& options) {
-  app.add_option("--output", options.output, "Model directory to make")->type_name("DIR");
-  app.add_flag("--force", options.force, "Replace a model that lies there");
+void add_output_options(CLI::App& app, TrainingSettings& settings) {
+  app.add_option("--output", settings.output, "Model directory to make")->type_name("DIR");
+  app.add_flag("--force", settings.force, "Replace a model that lies there");
   app.option_defaults()->always_capture_default();
-  app.add_option("--lambda", options.model.lambda, "Ridge term at inference")
+  app.add_option("--lambda", settings.model.lambda, "Ridge term at inference")
       ->check(between(1e-6, 1e9))
       ->type_name("X");
-  app.add_option("--row-scaling", options.model.row_scaling,
+  app.add_option("--row-scaling", settings.model.row_scaling,
                  "The vector p of each word becomes p / |p|^X")
       ->check(between(0, 1))
       ->type_name("X");
-  app.add_option("--digits", options.model.digits,
+  app.add_option("--digits", settings.model.digits,
                  "Factors as integers of 1 or 2 digits, or with 6 significant digits")
       ->check(CLI::IsMember({1, 2, 6}).description(""))
       ->type_name("1|2|6");
 }
 
-void add_run_options(CLI::App& app, Options& options) {
-  app.add_option("--threads", options.corpus.threads, "Threads; the model does not depend on it")
+void add_run_options(CLI::App& app, TrainingSettings& settings) {
+  app.add_option("--threads", settings.corpus.threads, "Threads; the model does not depend on it")
       ->check(between(1, 256))
       ->type_name("N");
   app.option_defaults()->always_capture_default(false);
-  app.add_option("--checkpoint", options.checkpoint, "Save the factors here after each sweep")
+  app.add_option("--checkpoint", settings.checkpoint, "Save the factors here after each sweep")
       ->type_name("FILE");
-  app.add_flag("--resume", options.resume, "Go on from the checkpoint, if there is one");
-  app.add_option("--keep-work", options.keep_work, "Keep the stage files in this directory")
-      ->type_name("DIR");
-  app.add_flag("--quiet", options.quiet, "No progress, only errors");
+  app.add_flag("--resume", settings.resume, "Go on from the checkpoint, if there is one");
+  app.add_flag_callback(
+      "--quiet", [&settings] { settings.progress = Progress::Show::nothing; },
+      "No progress, only errors");
 }
 
 }  // namespace
@@ -165,28 +168,29 @@ void add_run_options(CLI::App& app, Options& options) {
 ParsedOptions parse_options(int argc, char** argv) {
   ParsedOptions parsed;
   Options& options = parsed.options;
-  options.corpus.threads =
+  TrainingSettings& settings = options.training;
+  settings.corpus.threads =
       static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, 256U));
 
   CLI::App app(kDescription, "velmora-train");
   app.set_version_flag("--version", "velmora-train " VELMORA_TRAIN_VERSION);
   RawOptions raw;
   add_input_options(app, options, raw);
-  add_output_options(app, options);
-  add_training_options(app, options);
-  add_run_options(app, options);
+  add_output_options(app, settings);
+  add_training_options(app, settings);
+  add_run_options(app, settings);
   try {
     app.parse(argc, argv);
-    options.everyday.insert(raw.everyday.begin(), raw.everyday.end());
+    settings.everyday.insert(raw.everyday.begin(), raw.everyday.end());
     for (const std::string& text : raw.label_weights) {
-      add_label_weight(text, options.label_weights);
+      add_label_weight(text, settings.label_weights);
     }
     check_together(options);
   } catch (const CLI::ParseError& error) {
     parsed.exit_status = app.exit(error) == 0 ? 0 : 2;
   }
-  options.factorisation.threads = options.corpus.threads;
-  options.model.missing_weight = options.factorisation.missing_weight;
+  settings.factorisation.threads = settings.corpus.threads;
+  settings.model.missing_weight = settings.factorisation.missing_weight;
   return parsed;
 }
 

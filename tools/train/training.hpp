@@ -1,16 +1,20 @@
-// The two things that the program does, from options to files.
+// The two things that velmora-train does, from settings to files.
 //
 // Used by main.cpp. Tested by tests/program-test.cpp.
 #pragma once
 
-#include "options.hpp"
+#include <filesystem>
+
+#include "training-settings.hpp"
 
 namespace velmora::trainer {
 
-/// --stems-only: a file of stems. Throws Failure or Interrupted; then the file does not appear.
-void write_stems(const Options& options);
+/// Stems a corpus into a file that a later training reads as a corpus of stems. Throws
+/// std::runtime_error or Interrupted; then the file does not appear.
+void write_stems(const CorpusInput& corpus, const std::filesystem::path& path, Progress::Show show);
 
-/// Trains a model. Throws Failure or Interrupted; then no model appears, and a checkpoint stays.
-void train_model(const Options& options);
+/// Trains a model. Throws std::runtime_error or Interrupted; then no model appears, and a
+/// checkpoint stays.
+void train_model(const TrainingSettings& settings);
 
 }  // namespace velmora::trainer

@@ -6,7 +6,7 @@
 #include <velmora/wordsense-model.hpp>
 
 #include "failure.hpp"
-#include "temporary-directory.hpp"
+#include "kit/fixtures.hpp"
 
 namespace velmora::trainer {
 namespace {
@@ -60,18 +60,18 @@ TEST(WriteModel, ChecksTheWordTablesAgainstTheFactors) {
   for (const auto& [what, dictionary, idf, good] : kTableCases) {
     for (int digits : {1, 2, 6}) {
       SCOPED_TRACE(testing::Message() << what << ", digits " << digits);
-      const TemporaryDirectory directory;
+      const test::TemporaryFolder directory;
       directory.write("dictionary", dictionary);
       directory.write("idf", idf);
       const ModelSettings settings = {0.5, 3.0, 0.01, digits};
       const ScaledFactors factors = scale_factors(three_words(), settings);
       if (!good) {
-        EXPECT_THROW(write_model(factors, settings, directory / ""), Failure);
+        EXPECT_THROW(write_model(factors, settings, directory.path()), Failure);
         continue;
       }
-      write_model(factors, settings, directory / "");
+      write_model(factors, settings, directory.path());
       wordsense_model model;
-      ASSERT_TRUE(VX::Dialog::read_wordsense_model(directory / "model", model));
+      ASSERT_TRUE(VX::Dialog::read_wordsense_model(directory.path("model"), model));
       EXPECT_EQ(model.dim, 2);
       EXPECT_EQ(model.missing_weight, 0.01);
       EXPECT_NEAR(model.lambda, factors.lambda, 1e-5 * factors.lambda);

@@ -1,0 +1,53 @@
+// What a training depends on, with the defaults that docs/training.md explains.
+//
+// Filled by options.cpp; used by training.cpp and its stages.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <string>
+
+#include "corpus-reader.hpp"
+#include "factorisation.hpp"
+#include "model-writer.hpp"
+#include "progress.hpp"
+#include "refinement.hpp"
+
+namespace velmora::trainer {
+
+struct TrainingSettings {
+  CorpusInput corpus;
+  /// Weights of the documents by label; 1 for a label that is not in it.
+  std::map<std::string, double> label_weights;
+
+  /// Labels of the sources that the dictionary and the idf come from; all when empty.
+  std::set<std::string> everyday;
+  /// Most words of the dictionary.
+  std::size_t vocabulary = 10000;
+  /// Fewest everyday documents that hold a word of the dictionary.
+  std::size_t min_count = 2;
+  double idf_floor = 0.05;
+
+  /// First factors and draws of the refinement.
+  std::uint64_t random_start = 1;
+  FactorisationSettings factorisation;
+  int sweeps = 3;
+  /// Where the factors are saved after each sweep; empty for nowhere.
+  std::filesystem::path checkpoint;
+  /// Go on from the checkpoint, if there is one.
+  bool resume = false;
+  RefinementSettings refinement;
+
+  ModelSettings model;
+  /// The model directory to make.
+  std::filesystem::path output;
+  /// Replace a model that lies there.
+  bool force = false;
+
+  Progress::Show progress = Progress::Show::always;
+};
+
+}  // namespace velmora::trainer
