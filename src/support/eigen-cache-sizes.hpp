@@ -1,9 +1,9 @@
 // The cache sizes by which Eigen cuts large matrix products into blocks.
 //
 // Eigen would take those of the machine, and the cuts decide how sums are rounded. With fixed sizes
-// a model gives the same scores, and a corpus the same model, on every machine. Every binary has its
-// own copy of the setting: the library fixes it where it is loaded (src/latent/fold-in.cpp), the
-// trainer where it starts. Not installed.
+// a model gives the same scores, and a corpus the same model, on every machine. Every binary has
+// its own copy of the setting: the library fixes it where it is loaded (src/latent/fold-in.cpp),
+// the trainer where it starts. Not installed.
 #pragma once
 
 #include <Eigen/Core>

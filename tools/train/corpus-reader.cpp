@@ -7,11 +7,11 @@
 
 #include <fennel/stemmer.hpp>
 
+#include "../../src/support/utf8.hpp"
 #include "failure.hpp"
 #include "interrupt.hpp"
 #include "line-reader.hpp"
 #include "parallel.hpp"
-#include "utf8.hpp"
 
 namespace velmora::trainer {
 
@@ -64,6 +64,14 @@ std::string fault_of(const std::vector<std::string>& stems) {
     }
   }
   return {};
+}
+
+// Why a line is not text; empty for text.
+std::string why_not_text(const std::string& line) {
+  if (line.find('\0') != std::string::npos) {
+    return "a zero byte (is it a binary file?)";
+  }
+  return VX::Dialog::detail::is_utf8(line) ? "" : "ill-formed UTF-8";
 }
 
 // A line as a document, or why it is none.

@@ -17,7 +17,8 @@ class Numbering {
   explicit Numbering(std::vector<std::string>& texts) : texts_(texts) {}
 
   std::int32_t operator()(const std::string& text) {
-    const auto [entry, is_new] = numbers_.try_emplace(text, static_cast<std::int32_t>(texts_.size()));
+    const auto [entry, is_new] =
+        numbers_.try_emplace(text, static_cast<std::int32_t>(texts_.size()));
     if (is_new) {
       texts_.push_back(text);
     }
@@ -62,7 +63,8 @@ Corpus read_corpus(const CorpusInput& input, const std::function<void(double byt
       [&](const Document& document) {
         ++corpus.lines;
         const std::int32_t label = number_of_label(document.label);
-        if (document.stems.empty() || !known_documents.insert(fingerprint_of(document.stems)).second) {
+        if (document.stems.empty() ||
+            !known_documents.insert(fingerprint_of(document.stems)).second) {
           return;
         }
         words.clear();

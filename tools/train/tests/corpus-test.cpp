@@ -1,11 +1,12 @@
 // From lines to the weighted matrix: reading, choosing words, weights.
+#include "corpus.hpp"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <velmora/matrix-files.hpp>
 #include <velmora/offline.hpp>
 
-#include "corpus.hpp"
 #include "failure.hpp"
 #include "kit/fixtures.hpp"
 #include "random.hpp"
