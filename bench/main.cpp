@@ -14,7 +14,7 @@
 
 namespace {
 
-// (numerator - subtrahend) / sum of denominators.
+// (numerator - subtrahend) / sum of denominators. An empty subtrahend stands for none.
 struct Ratio {
   const char* question;
   const char* aim;
@@ -95,25 +95,51 @@ class RatioReporter : public benchmark::ConsoleReporter {
     }
   }
 
+  bool is_empty() const { return seconds_.empty(); }
+
   void print_ratios() const {
     std::printf("\n%-52s %10s   %s\n", "ratio", "measured", "aim");
     for (const Ratio& ratio : kRatios) {
-      bool is_complete = has(ratio.numerator);
-      double denominator = 0.0;
-      for (const auto& [factor, name] : ratio.denominators) {
-        is_complete = is_complete && has(name);
-        denominator += is_complete ? factor * seconds_.at(name) : 0.0;
-      }
-      if (is_complete) {
-        const double subtrahend = has(ratio.subtrahend) ? seconds_.at(ratio.subtrahend) : 0.0;
-        std::printf("%-52s %10.3f   %s\n", ratio.question,
-                    (seconds_.at(ratio.numerator) - subtrahend) / denominator, ratio.aim);
+      if (missing_from(ratio).empty()) {
+        std::printf("%-52s %10.3f   %s\n", ratio.question, value_of(ratio), ratio.aim);
       }
     }
   }
 
+  /// Names the benchmarks that ratios need and that did not run. True when there are none.
+  bool has_all_benchmarks() const {
+    bool has_all = true;
+    for (const Ratio& ratio : kRatios) {
+      for (const std::string& name : missing_from(ratio)) {
+        std::fprintf(stderr, "velmora-bench: no benchmark %s, needed for the ratio '%s'\n",
+                     name.c_str(), ratio.question);
+        has_all = false;
+      }
+    }
+    return has_all;
+  }
+
  private:
-  bool has(const std::string& name) const { return seconds_.contains(name); }
+  std::vector<std::string> missing_from(const Ratio& ratio) const {
+    std::vector<std::string> names = {ratio.numerator};
+    if (*ratio.subtrahend != '\0') {
+      names.emplace_back(ratio.subtrahend);
+    }
+    for (const auto& [factor, name] : ratio.denominators) {
+      names.emplace_back(name);
+    }
+    std::erase_if(names, [&](const std::string& name) { return seconds_.contains(name); });
+    return names;
+  }
+
+  double value_of(const Ratio& ratio) const {
+    const double subtrahend = *ratio.subtrahend == '\0' ? 0.0 : seconds_.at(ratio.subtrahend);
+    double denominator = 0.0;
+    for (const auto& [factor, name] : ratio.denominators) {
+      denominator += factor * seconds_.at(name);
+    }
+    return (seconds_.at(ratio.numerator) - subtrahend) / denominator;
+  }
 
   std::map<std::string, double> seconds_;
 };
@@ -128,6 +154,12 @@ int main(int argc, char** argv) {
   }
   RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
+  if (reporter.is_empty()) {  // benchmarks were listed, not run
+    return 0;
+  }
   reporter.print_ratios();
-  return 0;
+  // A filter leaves benchmarks out on purpose. Without one, a missing benchmark was renamed or
+  // removed.
+  const bool is_filtered = !benchmark::GetBenchmarkFilter().empty();
+  return is_filtered || reporter.has_all_benchmarks() ? 0 : 1;
 }
