@@ -8,13 +8,14 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 # An installed program finds its libraries beside it, so that any prefix works without an environment variable.
 set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
-if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+# A host that takes this tree as a part of its own chooses for itself.
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
 
@@ -35,6 +36,27 @@ if(VELMORA_SANITIZE)
   target_link_options(velmora_compile_options INTERFACE -fsanitize=${VELMORA_SANITIZE})
 endif()
 
+# velmora_publish(<library> <list>)
+# Makes a shared library part of the installation, with its versions, its headers and <library>::<library> for hosts.
+# The file <list> holds the symbols that it exports; a test compares them.
+function(velmora_publish library list)
+  add_library(${library}::${library} ALIAS ${library})
+  target_compile_features(${library} PUBLIC cxx_std_17)
+  set(map ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  target_link_options(${library} PRIVATE LINKER:--version-script=${map})
+  set_target_properties(${library} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "$ORIGIN" LINK_DEPENDS ${map})
+  install(TARGETS ${library} EXPORT ${library}-targets
+    LIBRARY COMPONENT lib NAMELINK_COMPONENT dev
+    FILE_SET HEADERS COMPONENT dev)
+  # Instrumentation adds symbols of its own.
+  if(VELMORA_BUILD_TESTS AND NOT VELMORA_SANITIZE)
+    cmake_path(ABSOLUTE_PATH list)
+    add_test(NAME exported-symbols/${library}
+      COMMAND ${PROJECT_SOURCE_DIR}/tests/api/exported-symbols $<TARGET_FILE:${library}> ${list})
+  endif()
+endfunction()
+
 # velmora_test(<folder/name> [PUBLIC_API | PLATFORM] [LABELS label...] [LIBRARIES library...] [LOCKS resource...])
 # One test program from <folder/name>.cpp, registered case by case. It links the objects, and so sees hidden code; with
 # PUBLIC_API it links the shared library, as a host does, and with PLATFORM only the libraries that are named. Tests
@@ -51,7 +73,7 @@ function(velmora_test path)
   elseif(NOT arg_PLATFORM)
     target_link_libraries(${name} PRIVATE velmora_test_objects)
   endif()
-  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   set(properties "")
   if(arg_LABELS)
     list(APPEND properties LABELS "${arg_LABELS}")

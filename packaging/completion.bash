@@ -1,4 +1,5 @@
-# Completion of the velmora programs for bash: options as --help tells them, languages, and files.
+# Completion of the velmora programs for bash: options as --help lists them, languages, and files. Installed once for
+# each program, under the name of the program.
 _velmora() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   case $previous in
@@ -15,4 +16,4 @@ _velmora() {
     compopt -o filenames
   fi
 } 2>/dev/null
-complete -F _velmora velmora-console velmora-evaluate velmora-train
+complete -F _velmora "${BASH_SOURCE[0]##*/}"
