@@ -37,6 +37,15 @@ velmora_package(dev libvelmora-dev libdevel
 velmora_package(tools velmora-tools text
   "A console to try a dialogue, the trainer of models, and their evaluation."
   DEPENDS "${velmora_same_version}" RECOMMENDS velmora-data-enu)
+if(TARGET velmora_python)
+  # A compiled module serves the one minor version of the interpreter that it was built for.
+  get_directory_property(python_minor DIRECTORY ${PROJECT_SOURCE_DIR}/python DEFINITION Python_VERSION_MINOR)
+  math(EXPR next_python_minor "${python_minor} + 1")
+  velmora_package(python python3-velmora python
+    "The matcher as a Python module."
+    DEPENDS "${velmora_same_version}, python3 (>= 3.${python_minor}), python3 (<< 3.${next_python_minor}), python3-numpy"
+    RECOMMENDS velmora-data-enu)
+endif()
 foreach(language IN LISTS velmora_languages)
   set(needs "")
   if(language STREQUAL jpj)
