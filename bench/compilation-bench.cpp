@@ -16,7 +16,7 @@ double peak_megabytes() {
   return static_cast<double>(usage.ru_maxrss) / 1024.0;
 }
 
-// Compilation of distinct rules. Arguments: rules, vocabulary. The counter tells what it adds to
+// Compilation of distinct rules. Arguments: rules, vocabulary. The counter shows what it adds to
 // the peak of the process, which is meaningful when this benchmark runs alone or first.
 void BM_Compile(benchmark::State& state) {
   double added = 0.0;

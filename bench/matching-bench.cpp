@@ -47,7 +47,7 @@ void BM_Stems(benchmark::State& state) {
 }
 BENCHMARK(BM_Stems);
 
-// The floor of one fold-in: the inverse that the method asks for. Argument: dimension.
+// The floor of one fold-in: the inverse that the method needs. Argument: dimension.
 void BM_Inverse(benchmark::State& state) {
   const Eigen::Index dim = state.range(0);
   const Eigen::MatrixXd half = Eigen::MatrixXd::Random(dim, dim);

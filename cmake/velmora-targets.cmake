@@ -28,7 +28,7 @@ target_compile_options(velmora_compile_options INTERFACE
   # The same files and sentences give the same scores on every machine: no value may depend on contraction or on
   # reordered additions.
   -ffp-contract=off -fno-fast-math
-  # Nothing here asks errno about a square root, and several can be taken at once without it.
+  # Nothing here reads errno after a square root, and without it several roots can be computed at once.
   -fno-math-errno)
 if(VELMORA_SANITIZE)
   target_compile_options(velmora_compile_options INTERFACE

@@ -12,13 +12,13 @@ void VELMORA_FUZZ_FUNCTION(const std::string& input);
 }
 
 // A header may promise more than there is memory, and std::bad_alloc is the documented outcome: an
-// allocation beyond the limit fails, and that is no finding.
+// allocation beyond the limit fails, and that is not a finding.
 extern "C" const char* __asan_default_options() {
   return "allocator_may_return_null=1:max_allocation_size_mb=64";
 }
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-  // Messages are still put together, but nobody hears them.
+  // Messages are still built, but not printed.
   zu::log::setConsole(false);
   std::cout.setstate(std::ios::failbit);
   return 0;

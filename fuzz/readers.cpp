@@ -257,9 +257,9 @@ void weighted_rows(const std::string& input) {
   const std::size_t row_count = lines_of(input).size();
   const std::vector<std::string> lines = lines_of(folder().read("formatted"));
   require(lines.size() == row_count + 1 && lines.front() == std::to_string(row_count) + " 5",
-          "the header tells the number of rows");
+          "the header holds the number of rows");
   Eigen::SparseMatrix<double> matrix(6, 4);
-  (void)read_smat_data(output, matrix);  // told as read only if there is no gap
+  (void)read_smat_data(output, matrix);  // true only if there is no gap
 }
 
 void vector_pairs(const std::string& input) {
