@@ -35,7 +35,7 @@ velmora_package(dev libvelmora-dev libdevel
   "Headers, the CMake package and the pkg-config file of libvelmora."
   DEPENDS "${velmora_same_version}, libeigen3-dev (>= 3.4)")
 velmora_package(tools velmora-tools text
-  "A console to try a dialogue, the trainer of models, and their evaluation."
+  "velmora, to try, check and test a dialogue; the trainer of models; their evaluation."
   DEPENDS "${velmora_same_version}" RECOMMENDS velmora-data-enu)
 if(TARGET velmora_python)
   # A compiled module serves the one minor version of the interpreter that it was built for.

@@ -30,6 +30,7 @@ class VELMORA_EXPORT AppModel {
   /// False: no model was found, or its scalar file can't be read. The names are entered all the
   /// same, and isReady keeps its value. Meant for a fresh object: names of an earlier call stay
   /// where the new table is shorter, and vectors are appended as Velmora::loadDialogVectors tells.
+  /// Throws what Velmora::setModel and Velmora::loadDialogVectors throw.
   bool setModel(const std::string path, const std::string language,
                 std::map<std::string, std::vector<std::string>>& applications);
 
@@ -43,7 +44,8 @@ class VELMORA_EXPORT AppModel {
   /// threshold   least score of an entry
   ///
   /// -1, with a warning in the log, when no application was ever entered; otherwise 1, also when
-  /// the engine could not match and nothing was appended.
+  /// the engine could not match and nothing was appended. A NaN score reaches no threshold. Throws
+  /// std::out_of_range when no application has a known word.
   int matchInput(const std::string sentence,
                  std::vector<std::pair<double, std::vector<std::string>>>& matches,
                  double threshold);

@@ -13,6 +13,11 @@
 // Each object is to be used from one thread at a time, matchInput included; different objects may
 // be used from different threads. Failures are told by the results. Operations also let through
 // std::bad_alloc, and where it is said std::out_of_range or a boost::filesystem::filesystem_error.
+//
+// 128 KiB of stack are enough for every operation. Sentences may have any length, but time and
+// memory grow with it: a host that takes text from strangers cuts it, say at 10,000 bytes. Where a
+// damaged model or snapshot is possible, a score can be NaN: write !(score >= threshold), never
+// score < threshold, to refuse an answer.
 #pragma once
 
 #include <map>
@@ -54,7 +59,9 @@ class VELMORA_EXPORT Velmora {
   /// file is told in the log only. False: there is none; the earlier model stays in force, and only
   /// the language that the next compilation stems with has changed. Compiled rules and the active
   /// set stay as they were: compile the rules again on a fresh object after a change of language.
-  /// Throws boost::filesystem::filesystem_error when the file system can't be asked.
+  /// Throws boost::filesystem::filesystem_error when the file system can't be asked, and
+  /// std::bad_alloc when the header of "model.conf" promises more than memory holds: the header is
+  /// believed, whatever the size of the file. velmora::Model::load checks a directory first.
   bool setModel(std::string& path, std::string& language);
 
   /// Reads the files of the selected model once more. False: there is no scalar file "model".
@@ -69,7 +76,8 @@ class VELMORA_EXPORT Velmora {
   /// Activates nothing: follow with activeAllRules or updateActiveRules. Meant for a fresh object:
   /// a second call appends its vectors behind those of the first while its rows start at 0 again.
   /// True unless the vectors could not be computed. Throws std::out_of_range while saving, as
-  /// loadDialogVectorsFromFile does.
+  /// loadDialogVectorsFromFile does: a second call on one object does so when an id of the first is
+  /// missing among the rules of the second.
   bool loadDialogVectors(std::string& ignored, std::map<int, std::vector<std::string>> rules);
 
   /// Warm start: takes the vectors of rules with known stem sets from a snapshot.
@@ -81,8 +89,13 @@ class VELMORA_EXPORT Velmora {
   ///                   true: they are compiled, and all is saved as "index"
   ///
   /// False, with nothing but the stemmer changed, when there is no such file. The snapshot is not
-  /// tied to a model: one made with another model gives wrong scores.
-  /// Throws std::out_of_range ("map::at:  key not found") while saving, when ids of an earlier load
+  /// tied to a model: one made with another model gives wrong scores. So does one that was cut
+  /// short, which is read without a complaint: a rule whose stored vector has lost all but its
+  /// first value scores exactly 1 for half of all sentences. Keep a snapshot under a name of your
+  /// own only after you have checked that it is whole (four lines a record, the last one with its
+  /// newline, equally many values in every fourth line): write, check, copy, rename.
+  /// Throws boost::filesystem::filesystem_error when the file system can't be asked, and
+  /// std::out_of_range ("map::at:  key not found") while saving, when ids of an earlier load
   /// on this object are the lowest of their row and are not among the rules of this one.
   bool loadDialogVectorsFromFile(const std::string path,
                                  std::map<int, std::vector<std::string>> rules,
@@ -114,7 +127,7 @@ class VELMORA_EXPORT Velmora {
                     std::string& ignored);
 
   /// Always an empty map: the published operation drops what it computes, and only its log lines
-  /// (words outside the vocabulary, at level info) can be seen.
+  /// can be seen: words outside the vocabulary, at level info. No other operation reports them.
   std::map<double, std::string> getSpecificities(const std::string sentence, std::string& ignored);
 
   /// Computes the cosine of every pair of words of the vocabulary and prints the table to standard

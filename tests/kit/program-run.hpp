@@ -1,6 +1,6 @@
 // Runs programs on small data in a folder of their own.
 //
-// Used by console-test.cpp and by tools/evaluate/tests/evaluate-test.cpp.
+// Used by the tests of tools/velmora and tools/evaluate.
 #pragma once
 
 #include <sys/wait.h>

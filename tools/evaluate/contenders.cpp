@@ -1,4 +1,3 @@
-// What velmora-evaluate compares; see contenders.hpp.
 #include "contenders.hpp"
 
 #include <algorithm>
@@ -9,6 +8,8 @@
 
 #include <velmora/dictionary.hpp>
 #include <velmora/velmora.hpp>
+
+#include "published-model.hpp"
 
 namespace {
 
@@ -138,14 +139,14 @@ double dot(const SparseVector& first, const SparseVector& second) {
 
 }  // namespace
 
-Contender latent_contender(const ModelPlace& place, const std::string& language, KnownWords& words,
-                           const RuleSet& rules) {
+Contender latent_contender(const velmora::Model& model, KnownWords& words, const RuleSet& rules) {
   auto matcher = std::make_shared<LatentMatcher>();
-  std::string base = place.base;
-  std::string code = language;
+  const PublishedModel published(model.directory(), model.language());
+  std::string base = published.base();
+  std::string language = model.language();
   std::string ignored;
-  if (!matcher->engine.setModel(base, code)) {
-    throw std::runtime_error("the model in " + place.directory + " could not be loaded");
+  if (!matcher->engine.setModel(base, language)) {
+    throw std::runtime_error("the model in " + model.directory().string() + " could not be loaded");
   }
   std::map<int, std::vector<std::string>> sentences;
   for (const auto& [rule_id, rule] : rules) {
@@ -170,8 +171,8 @@ Contender latent_contender(const ModelPlace& place, const std::string& language,
   return contender;
 }
 
-Contender tfidf_contender(const ModelPlace& place, KnownWords& words, const RuleSet& rules) {
-  std::string idf_path = place.directory + "idf";
+Contender tfidf_contender(const velmora::Model& model, KnownWords& words, const RuleSet& rules) {
+  std::string idf_path = (model.directory() / "idf").string();
   const auto idf = std::make_shared<const std::map<int, double>>(VX::Dialog::load_idf(idf_path));
   auto index = std::make_shared<InvertedIndex>();
   for (const auto& [rule_id, rule] : rules) {

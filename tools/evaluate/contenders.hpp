@@ -1,6 +1,6 @@
-// What velmora-evaluate compares: the latent matcher, and plain tf-idf beside it.
+// What velmora-evaluate compares: the published classes, velmora::Matcher, and plain tf-idf.
 //
-// Both see the same stems, dictionary and idf table; only the measure differs. Tested by
+// All see the same stems, dictionary and idf table; only the measure differs. Tested by
 // tests/evaluate-test.cpp.
 #pragma once
 
@@ -9,8 +9,9 @@
 #include <string>
 #include <vector>
 
+#include <velmora/model.hpp>
+
 #include "known-words.hpp"
-#include "model-place.hpp"
 
 /// A rule of the test dialogue: sentences of one label.
 struct LabelledRule {
@@ -31,16 +32,18 @@ struct Contender {
   /// Hands over the groups of labels for a sentence, best first, each label once, with the score of
   /// its best rule.
   std::function<void(const std::string& sentence, const GroupConsumer&)> rank;
-  /// Similarity of two sentences.
+  /// Similarity of two sentences; empty when it can't tell.
   std::function<double(const std::string& first, const std::string& second)> similarity;
 };
 
-/// The library itself. `rules` may be empty when only similarities are asked for. A ranking goes on
-/// beyond the 21 scores of one match: labels that were found are switched off for the next turn.
+/// The published classes. `rules` may be empty when only similarities are asked for. A ranking goes
+/// on beyond the 21 scores of one match: labels that were found are switched off for the next turn.
 /// Throws std::runtime_error when the model can't be loaded.
-Contender latent_contender(const ModelPlace& place, const std::string& language, KnownWords& words,
-                           const RuleSet& rules);
+Contender latent_contender(const velmora::Model& model, KnownWords& words, const RuleSet& rules);
+
+/// velmora::Matcher over the same rules.
+Contender matcher_contender(const velmora::Model& model, const RuleSet& rules);
 
 /// Cosine of idf weights over the known stems, each stem counted once. A word without an idf weighs
 /// 1, as in the matcher.
-Contender tfidf_contender(const ModelPlace& place, KnownWords& words, const RuleSet& rules);
+Contender tfidf_contender(const velmora::Model& model, KnownWords& words, const RuleSet& rules);

@@ -7,7 +7,7 @@
 
 struct EvaluateOptions {
   std::string language;
-  /// Base directory of models; empty for the installed ones.
+  /// Folder of a model; empty for the installed one.
   std::string model;
   /// Training and test file; empty when intents are not asked for.
   std::vector<std::string> intents;
@@ -15,6 +15,7 @@ struct EvaluateOptions {
   int sentences_per_rule = 0;
   std::string out_of_scope;
   std::string pairs;
+  bool matcher = false;
   bool baseline = false;
   bool json = false;
 };

@@ -1,4 +1,3 @@
-// Runs a contender over test data; see evaluation.hpp.
 #include "evaluation.hpp"
 
 #include <algorithm>
@@ -11,13 +10,15 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// Ranks one sentence up to the wanted label; `to_first` is the time up to the first group.
-Outcome rank_sentence(const Contender& contender, const std::string& sentence,
-                      const std::string& wanted, Clock::duration& to_first) {
+Outcome rank_sentence(const Contender& contender, const TestSentence& test,
+                      Clock::duration& to_first) {
   Outcome outcome;
-  outcome.wanted = wanted;
+  outcome.sentence = test.sentence;
+  outcome.wanted = test.label;
+  outcome.low_overlap = test.low_overlap;
   int labels_above = 0;
   const Clock::time_point began = Clock::now();
-  contender.rank(sentence, [&](const LabelGroup& group) {
+  contender.rank(test.sentence, [&](const LabelGroup& group) {
     const auto& [score, labels] = group;
     if (labels_above == 0) {
       to_first = Clock::now() - began;
@@ -25,7 +26,7 @@ Outcome rank_sentence(const Contender& contender, const std::string& sentence,
       outcome.best_score = score;
     }
     labels_above += static_cast<int>(labels.size());
-    if (std::find(labels.begin(), labels.end(), wanted) == labels.end()) {
+    if (std::find(labels.begin(), labels.end(), test.label) == labels.end()) {
       return true;
     }
     // Of equals the right one counts as the last: a tie is no merit.
@@ -61,33 +62,39 @@ RuleSet make_rules(const Intents& training, int sentences_per_rule) {
   return rules;
 }
 
-IntentResult evaluate_intents(const Contender& contender, const Intents& tests,
+IntentResult evaluate_intents(const Contender& contender, const std::vector<TestSentence>& tests,
                               const std::vector<std::string>& out_of_scope) {
-  std::size_t test_count = out_of_scope.size();
-  for (const auto& [label, sentences] : tests) {
-    test_count += sentences.size();
-  }
+  const std::size_t test_count = tests.size() + out_of_scope.size();
   Progress progress(contender.name);
   std::size_t done = 0;
 
   IntentResult result;
   std::vector<double> in_scope_scores;
+  std::vector<double> right_scores;
+  std::vector<double> other_scores;
+  std::vector<Outcome> low_overlap;
   Clock::duration total{};
-  for (const auto& [label, sentences] : tests) {
-    for (const std::string& sentence : sentences) {
-      Clock::duration duration{};
-      result.outcomes.push_back(rank_sentence(contender, sentence, label, duration));
-      in_scope_scores.push_back(result.outcomes.back().best_score);
-      total += duration;
-      progress.show(++done, test_count);
+  for (const TestSentence& test : tests) {
+    Clock::duration duration{};
+    const Outcome outcome = rank_sentence(contender, test, duration);
+    in_scope_scores.push_back(outcome.best_score);
+    (outcome.rank == 1 ? right_scores : other_scores).push_back(outcome.best_score);
+    if (outcome.low_overlap) {
+      low_overlap.push_back(outcome);
     }
+    result.outcomes.push_back(outcome);
+    total += duration;
+    progress.show(++done, test_count);
   }
   for (const std::string& sentence : out_of_scope) {
     result.out_of_scope_scores.push_back(best_score(contender, sentence));
+    other_scores.push_back(result.out_of_scope_scores.back());
     progress.show(++done, test_count);
   }
   result.figures = ranking_figures(result.outcomes);
+  result.low_overlap_figures = ranking_figures(low_overlap);
   result.area_under_roc = area_under_roc(in_scope_scores, result.out_of_scope_scores);
+  result.threshold = best_threshold(right_scores, other_scores);
   result.milliseconds_per_sentence = std::chrono::duration<double, std::milli>(total).count() /
                                      static_cast<double>(result.outcomes.size());
   return result;

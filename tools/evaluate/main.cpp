@@ -2,19 +2,23 @@
 //
 // For whoever trains or chooses a model; see --help. Works through the public interface alone.
 // Tested by tests/evaluate-test.cpp.
+#include <algorithm>
 #include <charconv>
 #include <exception>
 #include <iostream>
+#include <stdexcept>
 
 #include <zu/log.hpp>
 
+#include "command-line.hpp"
 #include "contenders.hpp"
 #include "evaluate-options.hpp"
 #include "evaluation.hpp"
 #include "known-words.hpp"
-#include "model-place.hpp"
 #include "report.hpp"
+#include "standard-output.hpp"
 #include "table-file.hpp"
+#include "word-overlap.hpp"
 
 namespace {
 
@@ -79,38 +83,68 @@ RuleSet known_rules(const EvaluateOptions& options, const Intents& training, Kno
   return known;
 }
 
-void evaluate(const EvaluateOptions& options, const TestData& data, const Contender& contender,
-              Report& report) {
+/// The sentences of the test file, by label, with what they share with the training sentences.
+std::vector<TestSentence> make_tests(const TestData& data, const velmora::Model& model) {
+  const WordOverlap overlap(model);
+  std::vector<TestSentence> tests;
+  for (const auto& [label, sentences] : data.tests) {
+    const auto training = data.training.find(label);
+    for (const std::string& sentence : sentences) {
+      double highest = 0.0;
+      if (training != data.training.end()) {
+        for (const std::string& known : training->second) {
+          highest = std::max(highest, overlap.of(sentence, known));
+        }
+      }
+      tests.push_back({label, sentence, highest < kLowOverlap});
+    }
+  }
+  return tests;
+}
+
+void evaluate(const EvaluateOptions& options, const TestData& data,
+              const std::vector<TestSentence>& tests, const Contender& contender, Report& report) {
   report.contenders.push_back(contender.name);
   if (!options.intents.empty()) {
-    report.intents.push_back(evaluate_intents(contender, data.tests, data.out_of_scope));
+    report.intents.push_back(evaluate_intents(contender, tests, data.out_of_scope));
   }
-  if (!options.pairs.empty()) {
+  if (!options.pairs.empty() && contender.similarity) {
     report.pairs.push_back(evaluate_pairs(contender, data.pairs));
   }
 }
 
+velmora::Model open_model(const EvaluateOptions& options) {
+  return options.model.empty() ? velmora::Model::installed(options.language)
+                               : velmora::Model::load(options.model, options.language);
+}
+
 int run(const EvaluateOptions& options) {
-  ModelPlace place;
   TestData data;
-  if (!find_model(options.model, options.language, place) || !read_data(options, data)) {
+  if (!read_data(options, data)) {
     return 1;
   }
-  KnownWords words(options.language, place.directory + "dictionary");
+  const velmora::Model model = open_model(options);
+  KnownWords words(options.language, (model.directory() / "dictionary").string());
 
   Report report;
   report.language = options.language;
-  report.model_directory = place.directory;
+  report.model_directory = model.directory().string();
   report.has_out_of_scope = !options.out_of_scope.empty();
   report.pair_count = data.pairs.size();
   const RuleSet rules = known_rules(options, data.training, words, report);
   if (!options.intents.empty() && rules.empty()) {
-    std::cerr << "the model knows no word of any training sentence\n";
-    return 1;
+    throw std::runtime_error("the model knows no word of any training sentence");
   }
-  evaluate(options, data, latent_contender(place, options.language, words, rules), report);
+  const std::vector<TestSentence> tests = make_tests(data, model);
+  report.low_overlap_count = static_cast<std::size_t>(std::count_if(
+      tests.begin(), tests.end(), [](const TestSentence& test) { return test.low_overlap; }));
+
+  evaluate(options, data, tests, latent_contender(model, words, rules), report);
   if (options.baseline) {
-    evaluate(options, data, tfidf_contender(place, words, rules), report);
+    evaluate(options, data, tests, tfidf_contender(model, words, rules), report);
+  }
+  if (options.matcher) {
+    evaluate(options, data, tests, matcher_contender(model, rules), report);
   }
 
   if (options.json) {
@@ -118,21 +152,27 @@ int run(const EvaluateOptions& options) {
   } else {
     print_report(std::cout, report);
   }
+  flush_output();
   return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  EvaluateOptions options;
-  if (const std::optional<int> status = read_options(argc, argv, options)) {
-    return *status;
-  }
+  prepare_standard_streams();
   zu::log::setConsole(false);
+  EvaluateOptions options;
   try {
+    if (const std::optional<int> status = read_options(argc, argv, options)) {
+      flush_output();
+      return *status;
+    }
     return run(options);
+  } catch (const WrongUsage& wrong) {
+    std::cerr << "velmora-evaluate: error: " << wrong.what() << "\n";
+    return 2;
   } catch (const std::exception& failure) {
-    std::cerr << "velmora-evaluate: " << failure.what() << "\n";
+    std::cerr << "velmora-evaluate: error: " << failure.what() << "\n";
     return 1;
   }
 }

@@ -1,8 +1,8 @@
-// The figures by which a matcher is judged; see measures.hpp.
 #include "measures.hpp"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace {
@@ -77,6 +77,30 @@ std::vector<Confusion> worst_confusions(const std::vector<Outcome>& outcomes, st
     confusions.resize(limit);
   }
   return confusions;
+}
+
+BestThreshold best_threshold(std::vector<double> right, std::vector<double> other) {
+  std::sort(right.begin(), right.end());
+  std::sort(other.begin(), other.end());
+  const auto share_from = [](const std::vector<double>& sorted, double score, double of_none) {
+    const auto first = std::lower_bound(sorted.begin(), sorted.end(), score);
+    return sorted.empty()
+               ? of_none
+               : static_cast<double>(sorted.end() - first) / static_cast<double>(sorted.size());
+  };
+  BestThreshold best;
+  double most_right = -std::numeric_limits<double>::infinity();
+  for (const double score : right) {
+    const double kept = share_from(right, score, 1.0);
+    const double let_through = share_from(other, score, 0.0);
+    const double count =
+        kept * static_cast<double>(right.size()) - let_through * static_cast<double>(other.size());
+    if (count > most_right) {
+      most_right = count;
+      best = {score, kept, let_through};
+    }
+  }
+  return best;
 }
 
 double area_under_roc(const std::vector<double>& positive, const std::vector<double>& negative) {

@@ -12,7 +12,10 @@
 struct Outcome {
   /// Place of the right label among all labels, from 1; 0 when the matcher does not rank it.
   int rank = 0;
+  std::string sentence;
   std::string wanted;
+  /// Shares hardly a word with the training sentences of the right label.
+  bool low_overlap = false;
   /// The label in first place.
   std::string best;
   double best_score = 0.0;
@@ -36,6 +39,19 @@ struct Confusion {
 
 /// Pairs of labels that were mistaken, the most frequent first, at most `limit` of them.
 std::vector<Confusion> worst_confusions(const std::vector<Outcome>& outcomes, std::size_t limit);
+
+/// The score that separates right first answers best from everything else that is answered.
+struct BestThreshold {
+  double score = 0.0;
+  /// Share of the right first answers at or above it.
+  double keeps = 1.0;
+  /// Share of the others at or above it.
+  double lets_through = 0.0;
+};
+
+/// The score of `right` at which the most of `right` lie at or above it and of `other` below it; of
+/// equally good ones the lowest.
+BestThreshold best_threshold(std::vector<double> right, std::vector<double> other);
 
 /// Probability that a score of `positive` is above one of `negative`, a tie counting half: the area
 /// under the ROC curve. 0.5 when one of the two is empty.

@@ -1,4 +1,3 @@
-// Shows what was measured; see report.hpp.
 #include "report.hpp"
 
 #include <cstdio>
@@ -36,6 +35,14 @@ std::vector<Row> intent_rows(const Report& report) {
       row(results, "top-3", "top3", 3, [](const Result& r) { return r.figures.top3; }),
       row(results, "mean reciprocal rank", "mean_reciprocal_rank", 3,
           [](const Result& r) { return r.figures.mean_reciprocal_rank; }),
+      row(results, "top-1, low overlap", "top1_low_overlap", 3,
+          [](const Result& r) { return r.low_overlap_figures.top1; }),
+      row(results, "best threshold", "threshold", 3,
+          [](const Result& r) { return r.threshold.score; }),
+      row(results, "  right answers it keeps", "threshold_keeps", 3,
+          [](const Result& r) { return r.threshold.keeps; }),
+      row(results, "  others it lets through", "threshold_lets_through", 3,
+          [](const Result& r) { return r.threshold.lets_through; }),
       row(results, "milliseconds a sentence", "milliseconds_per_sentence", 3,
           [](const Result& r) { return r.milliseconds_per_sentence; })};
   if (report.has_out_of_scope) {
@@ -55,8 +62,8 @@ void print_rows(std::ostream& out, const std::vector<std::string>& contenders,
                 const std::vector<Row>& rows) {
   char text[64];
   out << std::string(30, ' ');
-  for (const std::string& name : contenders) {
-    std::snprintf(text, sizeof text, "%10s", name.c_str());
+  for (std::size_t column = 0; column != rows.front().values.size(); ++column) {
+    std::snprintf(text, sizeof text, "%10s", contenders[column].c_str());
     out << text;
   }
   out << "\n";
@@ -103,13 +110,29 @@ nlohmann::ordered_json confusions_json(const std::vector<Outcome>& outcomes) {
   return list;
 }
 
+nlohmann::ordered_json failures_json(const std::vector<Outcome>& outcomes) {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const Outcome& outcome : outcomes) {
+    if (outcome.rank != 1) {
+      list.push_back({{"sentence", outcome.sentence},
+                      {"wanted", outcome.wanted},
+                      {"rank", outcome.rank},
+                      {"got", outcome.best},
+                      {"got_score", outcome.best_score},
+                      {"low_overlap", outcome.low_overlap}});
+    }
+  }
+  return list;
+}
+
 }  // namespace
 
 void print_report(std::ostream& out, const Report& report) {
   out << "model: " << report.model_directory << "\n";
   if (!report.intents.empty()) {
     out << "\nintents: " << report.label_count << " labels, " << report.rule_count << " rules, "
-        << report.intents.front().outcomes.size() << " test sentences\n";
+        << report.intents.front().outcomes.size() << " test sentences, " << report.low_overlap_count
+        << " with low overlap\n";
     if (report.unknown_rule_count != 0) {
       out << "left out: " << report.unknown_rule_count << " rules without a known word\n";
     }
@@ -131,7 +154,8 @@ void print_report_json(std::ostream& out, const Report& report) {
     object["intents"] = {{"labels", report.label_count},
                          {"rules", report.rule_count},
                          {"unknown_rules", report.unknown_rule_count},
-                         {"sentences", report.intents.front().outcomes.size()}};
+                         {"sentences", report.intents.front().outcomes.size()},
+                         {"low_overlap", report.low_overlap_count}};
   }
   if (!report.pairs.empty()) {
     object["pairs"] = {{"count", report.pair_count}};
@@ -141,8 +165,9 @@ void print_report_json(std::ostream& out, const Report& report) {
     if (!report.intents.empty()) {
       object["intents"][name] = figures_json(intent_rows(report), contender);
       object["intents"][name]["confusions"] = confusions_json(report.intents[contender].outcomes);
+      object["intents"][name]["failures"] = failures_json(report.intents[contender].outcomes);
     }
-    if (!report.pairs.empty()) {
+    if (contender < report.pairs.size()) {
       object["pairs"][name] = figures_json(pair_rows(report), contender);
     }
   }

@@ -21,8 +21,11 @@ struct Report {
   std::size_t rule_count = 0;
   /// Rules without a word that the model knows, which were left out.
   std::size_t unknown_rule_count = 0;
+  /// Test sentences that share hardly a word with their label's training sentences.
+  std::size_t low_overlap_count = 0;
   bool has_out_of_scope = false;
 
+  /// One for each of the contenders that compare sentences, which come first.
   std::vector<PairResult> pairs;
   std::size_t pair_count = 0;
 };

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <iostream>
 #include <numeric>
 #include <vector>
@@ -116,27 +115,28 @@ std::optional<int> parse_command_line(CLI::App& app, int argc, char** argv) {
   }
 }
 
-CLI::Validator whole_number_from(int least) {
+CLI::Validator whole_number(const std::string& what, int least) {
   return CLI::Validator(
-      [least](const std::string& text) {
+      [=](const std::string& text) {
         int number = 0;
         const char* end = text.data() + text.size();
         const auto [stop, error] = std::from_chars(text.data(), end, number);
         const bool fits = error == std::errc() && stop == end && number >= least;
-        return fits ? std::string()
-                    : "'" + text + "' is not a whole number from " + std::to_string(least) + " on";
+        return fits ? std::string() : "'" + text + "' is not " + what;
       },
       "");
 }
 
-CLI::Validator finite_number() {
+CLI::Validator number_between(double least, double most) {
   return CLI::Validator(
-      [](const std::string& text) {
+      [=](const std::string& text) {
         double number = 0.0;
         const char* end = text.data() + text.size();
         const auto [stop, error] = std::from_chars(text.data(), end, number);
-        const bool fits = error == std::errc() && stop == end && std::isfinite(number);
-        return fits ? std::string() : "'" + text + "' is not a number";
+        const bool fits = error == std::errc() && stop == end && number >= least && number <= most;
+        return fits ? std::string()
+                    : "'" + text + "' is not a number from " + CLI::detail::to_string(least) +
+                          " to " + CLI::detail::to_string(most);
       },
       "");
 }

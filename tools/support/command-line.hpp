@@ -1,7 +1,7 @@
 // Parses a command line and says what is wrong with it: the option that is not known and the
 // nearest one that is.
 //
-// Used by the programs beside the library; tested by tools/velmora/tests/velmora-test.cpp.
+// Used by the programs beside the library; tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <optional>
@@ -19,8 +19,8 @@ struct WrongUsage : std::runtime_error {
 /// for (0), or the usage is wrong (2, reported on standard error).
 std::optional<int> parse_command_line(CLI::App& app, int argc, char** argv);
 
-/// Accepts whole numbers from `least` on.
-CLI::Validator whole_number_from(int least);
+/// Accepts 32-bit whole numbers from `least` on; other texts are "not <what>".
+CLI::Validator whole_number(const std::string& what, int least);
 
-/// Accepts finite decimal numbers.
-CLI::Validator finite_number();
+/// Accepts the numbers from `least` to `most`.
+CLI::Validator number_between(double least, double most);

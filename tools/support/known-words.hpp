@@ -1,8 +1,8 @@
 // Which words of a sentence a model knows.
 //
 // The matcher drops what its dictionary does not hold, and scores a rule that has nothing left like
-// the first rule: a host should know such rules before it activates them. Used by velmora-console
-// and velmora-evaluate; tested by tools/console/tests/console-test.cpp.
+// the first rule: a host should know such rules before it activates them. Used by velmora
+// and velmora-evaluate; tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <map>

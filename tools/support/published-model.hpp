@@ -3,7 +3,7 @@
 // VX::Dialog::Velmora looks for <base>/<language>/model/ and leaves a snapshot there whenever it
 // compiles rules. A program is given the folder of the model itself, often one that it has no
 // business writing to. Used by velmora and velmora-evaluate; tested by
-// tools/velmora/tests/velmora-test.cpp.
+// tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <filesystem>

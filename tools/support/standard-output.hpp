@@ -1,6 +1,6 @@
 // Makes what a program prints reliable: an output that could not be written is a failure.
 //
-// Used by velmora and velmora-evaluate; tested by tools/velmora/tests/velmora-test.cpp.
+// Used by velmora and velmora-evaluate; tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 /// To be called first. Standard streams that are closed stay unusable, so that no file that is

@@ -1,8 +1,8 @@
 // Reads text tables: a line is a record, a tab separates its fields.
 //
 // The form of rule files, application files and evaluation data. Blank lines and lines that begin
-// with '#' are skipped. Used by velmora-console and velmora-evaluate; tested by
-// tools/console/tests/console-test.cpp through the messages of the console.
+// with '#' are skipped. Used by velmora and velmora-evaluate; tested by
+// tools/velmora/tests/commands-test.cpp through the messages of the console.
 #pragma once
 
 #include <map>

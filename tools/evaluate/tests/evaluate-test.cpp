@@ -9,7 +9,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-constexpr const char* kModel = "--language enu --model . ";
+constexpr const char* kModel = "--language enu --model enu/model ";
 
 nlohmann::json evaluate(const Workplace& place, const std::string& arguments) {
   const ProgramResult result = place.run(VELMORA_EVALUATE, kModel + arguments + " --json", "");

@@ -1,8 +1,9 @@
-// Lists of rule ids; see id-list.hpp.
 #include "id-list.hpp"
 
 #include <charconv>
 #include <sstream>
+
+#include "command-line.hpp"
 
 namespace {
 
@@ -26,8 +27,10 @@ bool read_range(const std::string& item, int& first, int& last) {
 
 }  // namespace
 
-std::set<int> pick_ids(const std::string& list,
-                       const std::map<int, std::vector<std::string>>& rules) {
+std::set<int> pick_ids(const std::string& list, const std::set<int>& rule_ids) {
+  if (list == "all") {
+    return rule_ids;
+  }
   std::set<int> picked;
   std::istringstream items(list);
   std::string item;
@@ -35,16 +38,17 @@ std::set<int> pick_ids(const std::string& list,
     int first = 0;
     int last = 0;
     if (!read_range(item, first, last)) {
-      throw WrongUsage("--active: '" + item + "' is no rule id and no range of ids");
+      throw WrongUsage("'" + item + "' is neither a rule id nor a range of ids such as 600-699");
     }
-    const auto begin = rules.lower_bound(first);
-    const auto end = rules.upper_bound(last);
+    const auto begin = rule_ids.lower_bound(first);
+    const auto end = rule_ids.upper_bound(last);
     if (begin == end) {
-      throw WrongUsage("--active: there is no rule " + item);
+      throw WrongUsage("there is no rule " + item);
     }
-    for (auto rule = begin; rule != end; ++rule) {
-      picked.insert(rule->first);
-    }
+    picked.insert(begin, end);
+  }
+  if (picked.empty()) {
+    throw WrongUsage("no rule is named");
   }
   return picked;
 }

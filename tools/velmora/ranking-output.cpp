@@ -1,4 +1,3 @@
-// Shows the ranked rules of a sentence; see ranking-output.hpp.
 #include "ranking-output.hpp"
 
 #include <algorithm>
@@ -32,47 +31,47 @@ std::string score_text(double score) {
   return text;
 }
 
-struct Paint {
-  const char* best = "";
-  const char* bar = "";
-  const char* faint = "";
-  const char* plain = "";
-};
-
-constexpr Paint kTerminalPaint{"\033[1m", "\033[32m", "\033[2m", "\033[0m"};
+std::string id_text(const RankedRule& rule) {
+  const int* number = std::get_if<int>(&rule.id);
+  return number != nullptr ? std::to_string(*number) : std::get<std::string>(rule.id);
+}
 
 }  // namespace
 
-void print_ranking(std::ostream& out, const Ranking& ranking, bool echo, bool colour) {
-  const Paint paint = colour ? kTerminalPaint : Paint{};
+void print_ranking(std::ostream& out, const Ranking& ranking, bool echo, const Paint& paint) {
   if (echo) {
-    out << paint.best << ranking.sentence << paint.plain << "\n";
+    out << paint.strong << ranking.sentence << paint.plain << "\n";
   }
-  if (!ranking.known) {
-    out << paint.faint << "  no word of this is in the model's dictionary" << paint.plain << "\n";
-  } else if (ranking.rules.empty()) {
-    out << paint.faint << "  nothing reaches the threshold" << paint.plain << "\n";
+  if (ranking.rules.empty()) {
+    out << paint.faint << "  nothing matches" << paint.plain << "\n";
   }
   std::size_t id_width = 0;
   for (const RankedRule& rule : ranking.rules) {
-    id_width = std::max(id_width, rule.id.size());
+    id_width = std::max(id_width, display_width(id_text(rule)));
   }
   for (const RankedRule& rule : ranking.rules) {
     const bool best = &rule == &ranking.rules.front();
     out << score_text(rule.score) << "  " << paint.bar << bar(rule.score) << paint.plain << "  "
-        << (best ? paint.best : "") << rule.id << std::string(id_width - rule.id.size() + 2, ' ')
-        << rule.sentence << (best ? paint.plain : "") << "\n";
+        << (best ? paint.strong : "") << padded(id_text(rule), id_width + 2) << rule.sentence
+        << (best ? paint.plain : "") << "\n";
   }
-  out << "\n" << std::flush;
+  const char* separator = "  unknown: ";
+  for (const std::string& word : ranking.unknown) {
+    out << paint.faint << separator << word << paint.plain;
+    separator = ", ";
+  }
+  out << (ranking.unknown.empty() ? "\n" : "\n\n");
 }
 
 void print_ranking_json(std::ostream& out, const Ranking& ranking) {
   nlohmann::ordered_json matches = nlohmann::ordered_json::array();
   for (const RankedRule& rule : ranking.rules) {
-    matches.push_back({{"score", rule.score}, {"id", rule.id}, {"sentence", rule.sentence}});
+    nlohmann::ordered_json match = {{"score", rule.score}};
+    std::visit([&](const auto& id) { match["id"] = id; }, rule.id);
+    match["sentence"] = rule.sentence;
+    matches.push_back(match);
   }
   const nlohmann::ordered_json object = {
-      {"sentence", ranking.sentence}, {"known", ranking.known}, {"matches", matches}};
-  using Handler = nlohmann::ordered_json::error_handler_t;
-  out << object.dump(-1, ' ', false, Handler::replace) << "\n" << std::flush;
+      {"sentence", ranking.sentence}, {"unknown", ranking.unknown}, {"matches", matches}};
+  out << object.dump() << "\n";
 }

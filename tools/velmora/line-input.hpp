@@ -6,5 +6,6 @@
 /// Whether somebody types at the other end.
 bool input_is_terminal();
 
-/// Reads the next line, without its end. False at the end of the input.
-bool read_sentence(std::string& sentence);
+/// Reads the next line, without its end. False at the end of the input. Throws std::runtime_error
+/// for a line that is not UTF-8; the text names it.
+bool read_line(std::string& line);
