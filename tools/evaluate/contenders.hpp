@@ -1,7 +1,7 @@
 // What velmora-evaluate compares: the published classes, velmora::Matcher, and plain tf-idf.
 //
 // All see the same stems, dictionary and idf table; only the measure differs. Tested by
-// tests/evaluate-test.cpp.
+// tools/evaluate/tests/evaluate-test.cpp.
 #pragma once
 
 #include <functional>

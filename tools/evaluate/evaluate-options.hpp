@@ -1,4 +1,4 @@
-// The command line of velmora-evaluate. Tested by tests/evaluate-test.cpp.
+// The command line of velmora-evaluate. Tested by tools/evaluate/tests/evaluate-test.cpp.
 #pragma once
 
 #include <optional>

@@ -1,6 +1,6 @@
 // Runs a contender over test data.
 //
-// Used by velmora-evaluate; tested by tests/evaluate-test.cpp.
+// Used by velmora-evaluate; tested by tools/evaluate/tests/evaluate-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,6 +1,6 @@
 // The figures by which a matcher is judged. Plain arithmetic on results, without a matcher.
 //
-// Used by velmora-evaluate; tested by tests/evaluate-test.cpp.
+// Used by velmora-evaluate; tested by tools/evaluate/tests/evaluate-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,6 +1,6 @@
 // Shows what was measured, as a table for a reader or as JSON for a program.
 //
-// Tested by tests/evaluate-test.cpp.
+// Tested by tools/evaluate/tests/evaluate-test.cpp.
 #pragma once
 
 #include <iosfwd>

@@ -2,7 +2,7 @@
 //
 // A test sentence that shares hardly a word with its rule shows whether a matcher understands; one
 // that repeats the rule's words shows only that it can count. Used by velmora-evaluate; tested by
-// tests/evaluate-test.cpp.
+// tools/evaluate/tests/evaluate-test.cpp.
 #pragma once
 
 #include <map>

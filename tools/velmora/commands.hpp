@@ -1,4 +1,6 @@
 // The commands of velmora, one source file each.
+//
+// Tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <functional>

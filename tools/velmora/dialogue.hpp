@@ -1,4 +1,6 @@
 // The dialogue that a command works on: a model and a file of rules.
+//
+// Tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <string>

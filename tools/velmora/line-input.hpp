@@ -1,4 +1,6 @@
 // Sentences from standard input, with a prompt and line editing when it is a terminal.
+//
+// Tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <string>

@@ -1,4 +1,6 @@
 // Messages on standard error, in the form of a compiler, which editors understand.
+//
+// Tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <string>

@@ -1,4 +1,6 @@
 // The prompt of `velmora match`: sentences, and commands that begin with a colon.
+//
+// Tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include "session.hpp"

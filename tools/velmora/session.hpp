@@ -1,4 +1,6 @@
 // What `velmora match` asks for each sentence, whichever classes of the library answer.
+//
+// Tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <functional>

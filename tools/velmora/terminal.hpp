@@ -1,4 +1,6 @@
 // What depends on the terminal: the encoding of typed letters, colours, and how wide a text is.
+//
+// Tested by tools/velmora/tests/commands-test.cpp.
 #pragma once
 
 #include <string>

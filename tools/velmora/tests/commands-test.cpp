@@ -31,8 +31,7 @@ class Commands : public ::testing::Test {
 };
 
 TEST_F(Commands, MatchRanksRules) {
-  const ProgramResult result =
-      run(std::string("match --top 2") + kModel, "songs\n\n a lamp, xyzzy");
+  const ProgramResult result = run(std::string("match --top 2") + kModel, "songs\n\n lamp, xyzzy");
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_THAT(result.out, HasSubstr("songs\n"));
   EXPECT_THAT(result.out, HasSubstr("  20  and songs\n"));
@@ -55,7 +54,7 @@ TEST_F(Commands, MatchPrintsJson) {
 TEST_F(Commands, ExplainAddsUpToTheScore) {
   const ProgramResult explained = run(std::string("explain 20 songs --top 1") + kModel);
   EXPECT_THAT(explained.out,
-              AllOf(HasSubstr("rule 20: and songs\n"), HasSubstr("song            song\n"),
+              AllOf(HasSubstr("rule 20: and songs\n"), HasSubstr("  song              song\n"),
                     HasSubstr(" weaker pairs)\n")));
   const nlohmann::json answer = nlohmann::json::parse(
       run(std::string("match --json") + kModel, "songs\n").out, nullptr, false);

@@ -36,12 +36,12 @@ class Published : public ::testing::Test {
 };
 
 TEST_F(Published, BestRuleFirstAndEqualScoresById) {
-  const ProgramResult result = run("--rules rules.tsv", "songs\na lamp, a song\nxyzzy\n");
+  const ProgramResult result = run("--rules rules.tsv", "songs\nlamp, song\nxyzzy\n");
   EXPECT_EQ(result.out,
             "songs\n"
             " 1.000  ████████████████████  20  Play music!\n"
             " 0.000                        3   Switch on the light.\n\n"
-            "a lamp, a song\n"
+            "lamp, song\n"
             " 0.707  ██████████████▏       3   Switch on the light.\n"
             " 0.707  ██████████████▏       20  Play music!\n\n"
             "xyzzy\n  nothing matches\n  unknown: xyzzi\n\n");
@@ -89,8 +89,8 @@ TEST_F(Published, NeverKeepsHalfASnapshot) {
   place.write("rules.tsv", "20\tPlay music!\n" + rules);
   const ProgramResult full =
       place.run("/bin/bash",
-                "-c \"ulimit -f 0; trap '' XFSZ; " VELMORA_PROGRAM " " + std::string(kMatch) +
-                    "--rules rules.tsv --snapshot mine </dev/null 2>&1 >/dev/null | cat >&2\"",
+                "-c \"(ulimit -f 0; trap '' XFSZ; " VELMORA_PROGRAM " " + std::string(kMatch) +
+                    "--rules rules.tsv --snapshot mine </dev/null 2>&1 >/dev/null) | cat >&2\"",
                 "");
   EXPECT_THAT(full.err, HasSubstr("snapshot not saved"));
   EXPECT_THAT(full.err, Not(HasSubstr("snapshot saved")));
