@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,10 @@
 #include <velmora/wordsense-model.hpp>
 
 namespace VX::Dialog {
+
+namespace detail {
+class GramInverse;
+}
 
 /// Holds its own copies of the tables and of the model; nothing in it changes after construction,
 /// so calls may overlap as far as the stemmers passed to them allow it.
@@ -35,6 +40,7 @@ class VELMORA_EXPORT Updater {
   std::map<int, double> idf_table;
   wordsense_model model;
   Eigen::MatrixXd word_gram;
+  std::shared_ptr<const detail::GramInverse> gram_inverse;
 };
 
 }  // namespace VX::Dialog

@@ -4,8 +4,11 @@
 
 namespace VX::Dialog::detail {
 
-LatentSpace latent_space(const EngineState& engine) {
-  return {engine.fVocab, engine.fIdf, engine.fModel, engine.fModelGram};
+LatentSpace latent_space(EngineState& engine) {
+  if (!engine.fGramInverse.is_of(engine.fModelGram, engine.fModel.lambda)) {
+    engine.fGramInverse = GramInverse(engine.fModelGram, engine.fModel.lambda);
+  }
+  return {engine.fVocab, engine.fIdf, engine.fModel, engine.fModelGram, engine.fGramInverse};
 }
 
 void renew_stemmer(EngineState& engine) {

@@ -15,6 +15,7 @@
 #include <fennel/stemmer.hpp>
 #include <velmora/wordsense-model.hpp>
 
+#include "../latent/gram-inverse.hpp"
 #include "../support/tables.hpp"
 
 namespace zu::log {
@@ -23,8 +24,9 @@ class Category;
 
 namespace VX::Dialog {
 
-/// All fields of an engine, in their published order. A plain record: fields are public, and
-/// nothing but the engine functions writes them.
+/// All fields of an engine, in their published order, and behind them what is derived from them. A
+/// plain record: fields are public, and nothing but the engine functions writes them; a test or a
+/// debugger that does will still get answers to what the fields hold.
 struct EngineState {
   std::string fModelRoot;       ///< language directory of the selected model, ends in "/"
   std::string fModelDir;        ///< fModelRoot + "model/"; snapshots are here too
@@ -48,6 +50,8 @@ struct EngineState {
   int fMaxResults = 0;                ///< matching appends one entry more than this
   std::unique_ptr<Stemmer> fStemmer;  ///< null until rules are first compiled
   std::string fLanguage;              ///< language code
+
+  detail::GramInverse fGramInverse;  ///< of fModelGram and the model's lambda
 };
 
 /// fMaxResults of an engine that starts without a language, and of one made for a language.
@@ -63,9 +67,10 @@ struct Reporting {
   bool refusal_counts_active;  ///< whether the log line of a refused match counts active rules
 };
 
-/// The tables of an engine that fold_in reads (src/latent/fold-in.hpp).
+/// The tables of an engine that fold_in reads (src/latent/fold-in.hpp). Computes fGramInverse anew
+/// when it is not that of the gram and the lambda as they stand.
 struct LatentSpace;
-LatentSpace latent_space(const EngineState& engine);
+LatentSpace latent_space(EngineState& engine);
 
 /// Gives the engine a fresh stemmer for its language.
 void renew_stemmer(EngineState& engine);

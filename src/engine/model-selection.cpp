@@ -58,6 +58,7 @@ bool load_semantic_models(EngineState& engine) {
     return false;
   }
   engine.fModelGram = compute_word_gram(engine.fModel);
+  engine.fGramInverse = GramInverse(engine.fModelGram, engine.fModel.lambda);
   return true;
 }
 

@@ -8,7 +8,7 @@
 
 namespace VX::Dialog::detail {
 
-double list_similarity(const EngineState& engine, std::vector<std::string> first,
+double list_similarity(EngineState& engine, std::vector<std::string> first,
                        std::vector<std::string> second) {
   VectorTable vectors;
   fold_in({{0, std::move(first)}, {1, std::move(second)}}, latent_space(engine), vectors);

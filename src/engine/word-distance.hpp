@@ -12,7 +12,7 @@
 namespace VX::Dialog::detail {
 
 /// Cosine of the latent vectors of two lists of stems, taken as they come.
-double list_similarity(const EngineState& engine, std::vector<std::string> first,
+double list_similarity(EngineState& engine, std::vector<std::string> first,
                        std::vector<std::string> second);
 
 /// Idf to stem for the known stems of a sentence; the sentence itself under 1.0 when there is none.

@@ -1,8 +1,8 @@
 // Fold-in of sentences into the latent space: the heart of matching and compilation.
 //
-// fold_in_terms is the one place where a latent vector is computed; wordsense_inference and fold_in
-// both call it, so the exported chain and the engine agree to the last bit. A sentence of s words
-// costs O(s D^2 + D^3), whatever the size of the vocabulary. Not installed. Tested by
+// wordsense_inference takes the direct road, which is the definition; everything else, by way of
+// fold_in or of fold_in_terms, the short one. On neither does a sentence touch more of the model
+// than its own words. Not installed. Tested by tests/latent/fold-in-test.cpp,
 // tests/latent/inference-test.cpp and tests/engine/chain-test.cpp.
 #pragma once
 
@@ -13,6 +13,7 @@
 #include <velmora/wordsense-model.hpp>
 
 #include "../support/tables.hpp"
+#include "gram-inverse.hpp"
 
 namespace VX::Dialog::detail {
 
@@ -29,6 +30,7 @@ struct LatentSpace {
   const IdfTable& idf;
   const wordsense_model& model;
   const Eigen::MatrixXd& word_gram;
+  const GramInverse& gram_inverse;  ///< of word_gram and the lambda of the model
 };
 
 /// missing_weight * word_factors * word_factors', D x D.
@@ -37,11 +39,25 @@ Eigen::MatrixXd compute_word_gram(const wordsense_model& model);
 /// True when the shapes of factors and gram agree with model.dim, which is more than 0.
 bool shapes_agree(const wordsense_model& model, const Eigen::MatrixXd& word_gram);
 
-/// The latent vector (D) of one sentence, q = (word_gram + U B + lambda I)^-1 U v, where U are the
-/// factors of its terms, B = (presence - missing_weight) U' row by row, and v their values.
-/// The shapes must agree and there must be a term.
+/// The latent vector (D) of one sentence,
+///
+///     q = (word_gram + U B + lambda I)^-1 U v,
+///
+/// where U are the factors of its terms, B = (presence - missing_weight) U' row by row, and v their
+/// values; computed as it stands, in D^3 + s D^2 steps. The shapes must agree and there must be a
+/// term.
+Eigen::VectorXd fold_in_directly(const std::vector<Term>& terms, const wordsense_model& model,
+                                 const Eigen::MatrixXd& word_gram);
+
+/// The same within 1e-12 of its length, in s D^2 + s^2 D + s^3 steps. `gram_inverse` must be that
+/// of word_gram and model.lambda.
 Eigen::VectorXd fold_in_terms(const std::vector<Term>& terms, const wordsense_model& model,
-                              const Eigen::MatrixXd& word_gram);
+                              const Eigen::MatrixXd& word_gram, const GramInverse& gram_inverse);
+
+/// What each term adds to that vector: Y (D x s) with q = Y v, so that column k times the value of
+/// term k is the part of term k.
+Eigen::MatrixXd fold_in_columns(const std::vector<Term>& terms, const wordsense_model& model,
+                                const Eigen::MatrixXd& word_gram, const GramInverse& gram_inverse);
 
 /// Folds sentences (id to stems) and appends one vector of model.dim values for each, by ascending
 /// id. Stems outside the vocabulary play no part; a sentence without known stems, and every

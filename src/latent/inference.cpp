@@ -37,7 +37,7 @@ void wordsense_inference(wordsense_corpus& corpus, wordsense_model& model, Eigen
     if (terms.empty() || !computable) {
       latent.col(sentence).setZero();
     } else {
-      latent.col(sentence) = VX::Dialog::detail::fold_in_terms(terms, model, word_gram);
+      latent.col(sentence) = VX::Dialog::detail::fold_in_directly(terms, model, word_gram);
     }
   }
 }

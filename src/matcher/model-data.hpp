@@ -3,12 +3,13 @@
 // Not installed. Tested by tests/matcher/model-test.cpp.
 #pragma once
 
-#include <fennel/stemmer.hpp>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
+
+#include <fennel/stemmer.hpp>
 #include <velmora/model.hpp>
 #include <velmora/wordsense-model.hpp>
 
@@ -41,6 +42,7 @@ struct ModelData {
   double rarest_idf = 0.0;                             ///< the highest of them
   wordsense_model factors;
   Eigen::MatrixXd word_gram;
+  VX::Dialog::detail::GramInverse gram_inverse;
   StemmerPool stemmers;
 
   /// What each stem adds to the latent vector of a sentence: D x s, a column for each of `stems`

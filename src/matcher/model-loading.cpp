@@ -232,6 +232,7 @@ void load_tables(ModelData& model) {
   read_idf(model.directory / "idf", model);
   read_factors(model.directory / "model.conf", model);
   model.word_gram = VX::Dialog::detail::compute_word_gram(model.factors);
+  model.gram_inverse = VX::Dialog::detail::GramInverse(model.word_gram, model.factors.lambda);
 }
 
 }  // namespace velmora::detail

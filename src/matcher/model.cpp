@@ -1,10 +1,10 @@
 // Models of the second front door. Tested by tests/matcher/model-test.cpp.
-#include <velmora/model.hpp>
-
 #include <algorithm>
 #include <array>
 #include <system_error>
+
 #include <velmora/error.hpp>
+#include <velmora/model.hpp>
 #include <zu/path.hpp>
 
 #include "../text/stem-set.hpp"
@@ -99,14 +99,14 @@ Eigen::MatrixXd detail::ModelData::latent_parts(const std::vector<std::string>& 
   const detail::KnownTerms known = detail::known_terms(*this, stems);
   Eigen::MatrixXd parts =
       Eigen::MatrixXd::Zero(factors.dim, static_cast<Eigen::Index>(stems.size()));
-  // The fold-in is linear in the values: each word in turn keeps its own, the others have 0.
-  std::vector<detail::Term> alone = known.terms;
+  if (known.terms.empty()) {
+    return parts;
+  }
+  const Eigen::MatrixXd columns =
+      VX::Dialog::detail::fold_in_columns(known.terms, factors, word_gram, gram_inverse);
   for (std::size_t i = 0; i != known.terms.size(); ++i) {
-    for (std::size_t k = 0; k != alone.size(); ++k) {
-      alone[k].value = k == i ? known.terms[k].value : 0.0;
-    }
     parts.col(static_cast<Eigen::Index>(known.places[i])) =
-        VX::Dialog::detail::fold_in_terms(alone, factors, word_gram);
+        columns.col(static_cast<Eigen::Index>(i)) * known.terms[i].value;
   }
   return parts;
 }
@@ -116,7 +116,7 @@ Eigen::VectorXd detail::ModelData::latent_vector(const std::vector<std::string>&
   if (known.terms.empty()) {
     return Eigen::VectorXd::Zero(factors.dim);
   }
-  return scaled(VX::Dialog::detail::fold_in_terms(known.terms, factors, word_gram));
+  return scaled(VX::Dialog::detail::fold_in_terms(known.terms, factors, word_gram, gram_inverse));
 }
 
 Model Model::load(const std::filesystem::path& directory, const std::string& language) {

@@ -19,7 +19,8 @@ Updater::Updater(Vocabulary vocabulary_table, StemCounts frequencies, IdfTable i
       frequency_table(std::move(frequencies)),
       idf_table(std::move(idf)),
       model(latent_model),
-      word_gram(std::move(gram)) {}
+      word_gram(std::move(gram)),
+      gram_inverse(std::make_shared<const detail::GramInverse>(word_gram, model.lambda)) {}
 
 Updater::~Updater() = default;
 
@@ -32,7 +33,8 @@ std::vector<double> Updater::update_vector(const std::vector<std::string>& sente
     std::move(stems.begin(), stems.end(), std::back_inserter(bag));
   }
   VectorTable vectors;
-  detail::fold_in({{0, std::move(bag)}}, {vocabulary, idf_table, model, word_gram}, vectors);
+  detail::fold_in({{0, std::move(bag)}}, {vocabulary, idf_table, model, word_gram, *gram_inverse},
+                  vectors);
   return std::move(vectors.front());
 }
 

@@ -1,7 +1,8 @@
-// The engine's short road held against the exported chain of functions: the same bits, the same
-// rows and the same log lines, over random models, rules and sentences, damaged ones included.
+// The engine's short road held against the exported chain of functions: the same vectors to 1e-12
+// of their length, the same ranking, rows and log lines, over random models, rules and sentences,
+// damaged ones included, and with fields written by hand between two matches.
+#include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -27,6 +28,10 @@ class RandomInput {
 
   int below(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
   bool once_in(int times) { return below(times) == 0; }
+  template <typename Table>
+  std::size_t index(const Table& table) {
+    return static_cast<std::size_t>(below(static_cast<int>(table.size())));
+  }
   double one_of(std::initializer_list<double> values) {
     return values.begin()[below(static_cast<int>(values.size()))];
   }
@@ -114,14 +119,55 @@ Matches chain_matches(const std::string& sentence, EngineState& engine, std::map
   return matches;
 }
 
-bool same_bits(const std::vector<double>& first, const std::vector<double>& second) {
-  return first.size() == second.size() &&
-         (first.empty() || std::memcmp(first.data(), second.data(), first.size() * 8) == 0);
+// True within 1e-12 of the length, or when both are the same infinities and NaN.
+bool are_close(const std::vector<double>& first, const std::vector<double>& second) {
+  double distance = 0.0, length = 0.0;
+  for (std::size_t d = 0; d != std::min(first.size(), second.size()); ++d) {
+    if (std::isfinite(first[d]) || std::isfinite(second[d])) {
+      distance = std::hypot(distance, first[d] - second[d]);
+      length = std::hypot(length, second[d]);
+    } else if (std::isnan(first[d]) != std::isnan(second[d])) {
+      return false;
+    }
+  }
+  return first.size() == second.size() && distance <= 1e-12 * length;
+}
+
+// Scores that only rounding tells apart: the roads may round them to one, or from one to two.
+bool has_near_ties(const Matches& matches) {
+  return std::adjacent_find(matches.begin(), matches.end(), [](const auto& high, const auto& low) {
+           return high.first - low.first < 1e-12;
+         }) != matches.end();
+}
+
+// What no engine function does: the next match has to notice.
+void write_by_hand(EngineState& engine, RandomInput& random) {
+  Vectors& vectors = engine.fRuleVectors;
+  if (random.once_in(2) && !vectors.empty()) {
+    std::vector<double>& row = vectors[random.index(vectors)];
+    if (random.once_in(2) || row.empty()) {
+      row = vectors[random.index(vectors)];
+    } else {
+      row[random.index(row)] = random.one_of({0.0, -3.0, 1e9, 1e200, NAN});
+    }
+  }
+  if (random.once_in(2)) {
+    engine.fRuleRows[random.below(40)] = random.below(static_cast<int>(vectors.size()) + 1);
+  }
+  if (random.once_in(2) && engine.fActive_rules.size() > 2) {
+    engine.fActive_rules.erase(engine.fActive_rules.begin());
+    engine.fActive_rules.insert(random.below(80));
+  }
+  if (random.once_in(2)) {
+    engine.fModel.lambda += 0.25;
+  } else if (engine.fModelGram.size() != 0) {
+    engine.fModelGram.diagonal()[0] += 0.25;
+  }
 }
 
 TEST(Chain, GivesWhatTheEngineGives) {
   const TemporaryFolder folder;
-  int many_groups = 0, no_numbers = 0, outside = 0;
+  int many_groups = 0, no_numbers = 0, outside = 0, near_ties = 0;
   for (unsigned seed = 0; seed != 400; ++seed) {
     SCOPED_TRACE(seed);
     RandomInput random(seed);
@@ -145,7 +191,7 @@ TEST(Chain, GivesWhatTheEngineGives) {
     EXPECT_EQ(engine.fRuleRows, rows);
     ASSERT_EQ(engine.fRuleVectors.size(), vectors.size());
     for (std::size_t row = 0; row != vectors.size(); ++row) {
-      EXPECT_TRUE(same_bits(engine.fRuleVectors[row], vectors[row]));
+      EXPECT_TRUE(are_close(engine.fRuleVectors[row], vectors[row]));
     }
 
     engine.xActiveAllRules();
@@ -153,7 +199,7 @@ TEST(Chain, GivesWhatTheEngineGives) {
     if (random.once_in(8)) {
       engine.fRuleRows[random.below(20)] = random.once_in(2) ? -1 : 77;
     }
-    for (int query = 0; query != 3; ++query) {
+    for (int query = 0; query != 4; ++query) {
       const std::string sentence = random.sentence(words);
       rows = engine.fRuleRows;
       Matches matches, expected;
@@ -165,19 +211,27 @@ TEST(Chain, GivesWhatTheEngineGives) {
         EXPECT_THROW(engine.xMatchInput(sentence, matches), std::out_of_range);
       }
       EXPECT_EQ(engine.fRuleRows, rows);
+      if (has_near_ties(matches) || has_near_ties(expected)) {
+        ++near_ties;
+        continue;
+      }
       ASSERT_EQ(matches.size(), expected.size());
       for (std::size_t i = 0; i != matches.size(); ++i) {
-        EXPECT_TRUE(same_bits({matches[i].first}, {expected[i].first}));
+        EXPECT_TRUE(std::isnan(expected[i].first)
+                        ? std::isnan(matches[i].first)
+                        : std::abs(matches[i].first - expected[i].first) < 1e-11);
         EXPECT_EQ(matches[i].second, expected[i].second);
         no_numbers += std::isnan(matches[i].first);
       }
       many_groups += matches.size() == 21;
+      write_by_hand(engine, random);
     }
   }
   // The rare cases did come.
   EXPECT_GT(many_groups, 10);
   EXPECT_GT(no_numbers, 10);
   EXPECT_GT(outside, 10);
+  EXPECT_LT(near_ties, 16);
 }
 
 }  // namespace
