@@ -4,9 +4,9 @@
 
 #include <velmora/inference.hpp>
 #include <velmora/preprocess.hpp>
-#include <velmora/tfidf.hpp>
 #include <velmora/ranking.hpp>
 #include <velmora/term-matrix.hpp>
+#include <velmora/tfidf.hpp>
 
 #include "synthetic-dialogue.hpp"
 #include "text/stem-set.hpp"

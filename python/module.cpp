@@ -1,12 +1,9 @@
-// The compiled half of the Python module: velmora/__init__.py wraps what is here in Python's own types.
+// The compiled half of the Python module: velmora/__init__.py wraps what is here in Python's own
+// types.
 //
-// Records leave as tuples in the order of their fields in velmora/results.py. Work on rules and sentences is done with
-// the interpreter lock released; arguments are converted before and results after that.
-#include <pybind11/numpy.h>
-#include <pybind11/pybind11.h>
-#include <pybind11/stl.h>
-#include <pybind11/stl/filesystem.h>
-
+// Records leave as tuples in the order of their fields in velmora/results.py. Work on rules and
+// sentences is done with the interpreter lock released; arguments are converted before and results
+// after that.
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -14,6 +11,12 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <pybind11/numpy.h>
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+#include <pybind11/stl/filesystem.h>
+
 #include <velmora/error.hpp>
 #include <velmora/evaluation.hpp>
 #include <velmora/lint.hpp>
@@ -48,8 +51,8 @@ py::tuple to_python(const velmora::Answer& answer) {
 py::tuple to_python(const velmora::Explanation& explanation) {
   py::list pairs;
   for (const velmora::WordPair& pair : explanation.pairs) {
-    pairs.append(py::make_tuple(pair.query_word, pair.rule_word, pair.latent, pair.words,
-                                pair.characters));
+    pairs.append(
+        py::make_tuple(pair.query_word, pair.rule_word, pair.latent, pair.words, pair.characters));
   }
   return py::make_tuple(explanation.id, explanation.score, explanation.sentence, std::move(pairs),
                         explanation.unknown);
@@ -74,12 +77,12 @@ py::tuple to_python(const velmora::Evaluation& evaluation) {
   for (const velmora::Confusion& confusion : evaluation.confusions) {
     confusions.append(py::make_tuple(confusion.wanted, confusion.got, confusion.count));
   }
-  return py::make_tuple(
-      evaluation.in_scope, evaluation.out_of_scope, evaluation.first, evaluation.among_three,
-      evaluation.mean_reciprocal_rank, evaluation.area_under_roc,
-      py::make_tuple(evaluation.threshold.score, evaluation.threshold.keeps,
-                     evaluation.threshold.lets_through),
-      std::move(failures), std::move(confusions));
+  return py::make_tuple(evaluation.in_scope, evaluation.out_of_scope, evaluation.first,
+                        evaluation.among_three, evaluation.mean_reciprocal_rank,
+                        evaluation.area_under_roc,
+                        py::make_tuple(evaluation.threshold.score, evaluation.threshold.keeps,
+                                       evaluation.threshold.lets_through),
+                        std::move(failures), std::move(confusions));
 }
 
 // A vector as an array that owns it, without a copy.

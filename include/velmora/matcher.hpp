@@ -14,6 +14,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
@@ -112,6 +113,9 @@ struct MatchOptions {
   const ActiveRules* active = nullptr;
 };
 
+/// Told how far a long piece of work has come.
+using Progress = std::function<void(std::size_t done, std::size_t total)>;
+
 /// Rules compiled for matching. Immutable and shared: a copy costs as much as a shared pointer, and
 /// every member may be called from any number of threads at once. Nothing is logged or written.
 /// The same model, rules and sentences give the same scores on every machine.
@@ -123,7 +127,11 @@ class VELMORA_EXPORT Matcher {
   ///
   /// rules   any number, in any order. Throws Error when an id comes twice or a rule has no
   ///         sentence. A sentence may be any text; lint() tells which of them are of no use.
-  Matcher(Model model, std::vector<Rule> rules, const ScoreOptions& options = {});
+  ///
+  /// progress   called on this thread after each sentence, with the number of sentences that are
+  ///            done and of all; the regressions are solved after the last
+  Matcher(Model model, std::vector<Rule> rules, const ScoreOptions& options = {},
+          const Progress& progress = {});
 
   /// Ranks the active rules for a sentence (UTF-8; ill-formed bytes separate words). A matcher
   /// without rules answers nothing. Throws Error when options.active belongs to another matcher.
@@ -144,8 +152,7 @@ class VELMORA_EXPORT Matcher {
   /// active   as in MatchOptions
   ///
   /// Throws Error for an id that is not among the (active) rules.
-  Explanation explain(std::string_view sentence, int id,
-                      const ActiveRules* active = nullptr) const;
+  Explanation explain(std::string_view sentence, int id, const ActiveRules* active = nullptr) const;
 
   const Model& model() const noexcept;
   /// In the order in which they were given.

@@ -1,4 +1,5 @@
-// From word ids to weights, and from weights to a term matrix: both steps, for hosts that take them together.
+// From word ids to weights, and from weights to a term matrix: both steps, for hosts that take them
+// together.
 #pragma once
 
 #include <velmora/term-matrix.hpp>

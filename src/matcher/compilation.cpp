@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+
 #include <velmora/error.hpp>
 
 #include "regression.hpp"
@@ -19,24 +20,22 @@ std::vector<std::pair<int, std::size_t>> places_by_id(const std::vector<Rule>& r
     }
   }
   std::sort(by_id.begin(), by_id.end());
-  const auto twice = std::adjacent_find(by_id.begin(), by_id.end(), [](const auto& a, const auto& b) {
-    return a.first == b.first;
-  });
+  const auto twice = std::adjacent_find(
+      by_id.begin(), by_id.end(), [](const auto& a, const auto& b) { return a.first == b.first; });
   if (twice != by_id.end()) {
     throw Error("rule id " + std::to_string(twice->first) + " comes twice: expected each once");
   }
   return by_id;
 }
 
-std::vector<std::vector<std::string>> stems_of(const Model& model,
-                                               const std::vector<Rule>& rules) {
-  std::vector<std::vector<std::string>> stems;
+std::vector<SentenceText> texts_of(const Model& model, const std::vector<Rule>& rules) {
+  std::vector<SentenceText> texts;
   for (const Rule& rule : rules) {
     for (const std::string& sentence : rule.sentences) {
-      stems.push_back(model.stems(sentence));
+      texts.push_back(model.data().text(sentence));
     }
   }
-  return stems;
+  return texts;
 }
 
 double reciprocal(double length) {
@@ -56,7 +55,7 @@ double length_of_sum(const std::vector<SparseVector>& sentences, std::size_t fir
   for (std::size_t i = 0; i != all.size();) {
     double sum = 0.0;
     for (const int id = all[i].id; i != all.size() && all[i].id == id; ++i) {
-      sum += all[i].value;
+      sum += static_cast<double>(all[i].value);
     }
     square += sum * sum;
   }
@@ -65,39 +64,55 @@ double length_of_sum(const std::vector<SparseVector>& sentences, std::size_t fir
 
 }  // namespace
 
-MatcherData::MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& how)
+MatcherData::MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& how,
+                         const Progress& progress)
     : model(std::move(of)),
       rules(std::move(given)),
       options(how),
       by_id(places_by_id(rules)),
-      stems(stems_of(model, rules)),
-      views(model, stems) {
+      texts(texts_of(model, rules)),
+      views(model, texts) {
   for (std::size_t place = 0; place != rules.size(); ++place) {
     first_sentence.push_back(rule_of.size());
     rule_of.insert(rule_of.end(), rules[place].sentences.size(), place);
   }
   first_sentence.push_back(rule_of.size());
-
-  const auto dim = static_cast<Eigen::Index>(model.dimension());
-  const std::size_t n = sentence_count();
-  latent.resize(dim, static_cast<Eigen::Index>(n));
-  for (std::size_t j = 0; j != n; ++j) {
-    latent.col(static_cast<Eigen::Index>(j)) = model.data().latent_vector(stems[j]);
-    words.push_back(views.words(stems[j]));
-    characters.push_back(views.characters(stems[j]));
+  see_sentences(progress);
+  solve();
+  std::vector<std::size_t> places;
+  for (const auto& [id, place] : by_id) {
+    places.push_back(place);
   }
+  index.emplace(std::move(places), first_sentence, sentences, views);
+}
 
-  const auto rule_count = static_cast<Eigen::Index>(rules.size());
-  Eigen::MatrixXd sums = Eigen::MatrixXd::Zero(dim, rule_count);
+void MatcherData::see_sentences(const Progress& progress) {
+  const std::size_t n = sentence_count();
+  sentences.latent.resize(static_cast<Eigen::Index>(model.dimension()),
+                          static_cast<Eigen::Index>(n));
   for (std::size_t j = 0; j != n; ++j) {
+    sentences.latent.col(static_cast<Eigen::Index>(j)) = model.data().latent_vector(texts[j].stems);
+    sentences.words.push_back(views.words(texts[j].stems));
+    sentences.characters.push_back(views.characters(texts[j].words));
+    if (progress) {
+      progress(j + 1, n);
+    }
+  }
+}
+
+void MatcherData::solve() {
+  const Eigen::MatrixXd& latent = sentences.latent;
+  const auto rule_count = static_cast<Eigen::Index>(rules.size());
+  Eigen::MatrixXd sums = Eigen::MatrixXd::Zero(latent.rows(), rule_count);
+  for (std::size_t j = 0; j != sentence_count(); ++j) {
     sums.col(static_cast<Eigen::Index>(rule_of[j])) += latent.col(static_cast<Eigen::Index>(j));
   }
   for (std::size_t r = 0; r != rules.size(); ++r) {
     const std::size_t first = first_sentence[r];
     const std::size_t last = first_sentence[r + 1];
     latent_scale.push_back(reciprocal(sums.col(static_cast<Eigen::Index>(r)).norm()));
-    word_scale.push_back(reciprocal(length_of_sum(words, first, last)));
-    character_scale.push_back(reciprocal(length_of_sum(characters, first, last)));
+    word_scale.push_back(reciprocal(length_of_sum(sentences.words, first, last)));
+    character_scale.push_back(reciprocal(length_of_sum(sentences.characters, first, last)));
   }
 
   total_weight = options.nearest + options.centre + options.ridge + 2.0 * options.words +
@@ -107,15 +122,17 @@ MatcherData::MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& 
   for (Eigen::Index r = 0; r != rule_count; ++r) {
     linear.col(r) += options.centre * latent_scale[static_cast<std::size_t>(r)] * sums.col(r);
   }
-  if (options.kernel != 0.0 && n <= options.kernel_sentences && n != 0) {
-    total_weight += options.kernel;
-    kernel = kernel_columns(latent, words, characters, rule_of, rules.size());
-    linear += options.kernel * kKernelLatent * (latent * kernel);
+  if (options.kernel != 0.0 && sentence_count() <= options.kernel_sentences && !rules.empty()) {
+    kernel_weight = options.kernel;
+    total_weight += kernel_weight;
+    kernel = kernel_columns(sentences, rule_of, rules.size());
+    linear += kernel_weight * kKernelLatent * (latent * kernel);
   }
 }
 
 std::size_t MatcherData::place_of(int id) const {
-  const auto entry = std::lower_bound(by_id.begin(), by_id.end(), std::make_pair(id, std::size_t{0}));
+  const auto entry =
+      std::lower_bound(by_id.begin(), by_id.end(), std::make_pair(id, std::size_t{0}));
   return entry != by_id.end() && entry->first == id ? entry->second : rules.size();
 }
 

@@ -3,13 +3,17 @@
 // Not installed. Tested by tests/matcher/matcher-test.cpp.
 #pragma once
 
-#include <Eigen/Core>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <Eigen/Core>
+
 #include <velmora/matcher.hpp>
 
+#include "rule-index.hpp"
 #include "sentence-views.hpp"
 
 namespace velmora::detail {
@@ -17,7 +21,7 @@ namespace velmora::detail {
 /// Sentences are counted through all rules, in the order of the rules: n sentences, D dimensions.
 /// A rule is named by its place among the rules.
 struct MatcherData {
-  MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& how);
+  MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& how, const Progress& progress);
 
   Model model;
   std::vector<Rule> rules;
@@ -28,14 +32,10 @@ struct MatcherData {
   std::vector<std::size_t> first_sentence;
   /// Rule of each sentence.
   std::vector<std::size_t> rule_of;
-  /// Stems of each sentence.
-  std::vector<std::vector<std::string>> stems;
+  std::vector<SentenceText> texts;
 
   Views views;
-  /// The views of every sentence; latent is D x n.
-  Eigen::MatrixXd latent;
-  std::vector<SparseVector> words;
-  std::vector<SparseVector> characters;
+  SentenceTable sentences;
 
   /// By rule: what scales the sum of its vectors to length 1, in each view; 0 for a sum of zeros.
   std::vector<double> latent_scale, word_scale, character_scale;
@@ -44,22 +44,29 @@ struct MatcherData {
   Eigen::MatrixXd ridge;
   /// n x rules: the columns of the kernel ridge regression; no rows when it is left out.
   Eigen::MatrixXd kernel;
+  /// The weight of the latter in a score.
+  double kernel_weight = 0.0;
   /// D x rules: all that is linear in the latent vector of a query, weighted.
   Eigen::MatrixXd linear;
   /// Sum of the weights that are in use.
   double total_weight = 1.0;
+  /// Of all rules.
+  std::optional<RuleIndex> index;
 
   std::size_t sentence_count() const { return rule_of.size(); }
   bool uses_kernel() const { return kernel.rows() != 0; }
   /// Place of the rule with an id, or the number of rules.
   std::size_t place_of(int id) const;
+
+ private:
+  void see_sentences(const Progress& progress);
+  void solve();
 };
 
 struct ActiveData {
   /// Kept alive, so that no other matcher can take its place.
   std::shared_ptr<const MatcherData> owner;
-  /// Places of the active rules, by ascending id.
-  std::vector<std::size_t> places;
+  RuleIndex index;
 };
 
 /// Shares of the views in the similarity of two sentences that the kernel regression works on.

@@ -1,9 +1,9 @@
 // Measures over expectations. Tested by tests/matcher/evaluation-test.cpp.
-#include <velmora/evaluation.hpp>
-
 #include <algorithm>
 #include <map>
+
 #include <velmora/error.hpp>
+#include <velmora/evaluation.hpp>
 
 namespace velmora {
 
@@ -35,9 +35,8 @@ void check_ids(const Matcher& matcher, const std::vector<Expectation>& expectati
 Failure place_of_expected(const Answer& answer, int id, std::size_t expectation) {
   const auto wanted = std::find_if(answer.matches.begin(), answer.matches.end(),
                                    [&](const Match& match) { return match.id == id; });
-  const auto below = std::find_if(wanted, answer.matches.end(), [&](const Match& match) {
-    return match.score < wanted->score;
-  });
+  const auto below = std::find_if(wanted, answer.matches.end(),
+                                  [&](const Match& match) { return match.score < wanted->score; });
   Failure place;
   place.expectation = expectation;
   place.rank = static_cast<std::size_t>(below - answer.matches.begin());
@@ -60,8 +59,8 @@ BestThreshold best_threshold(std::vector<Outcome> outcomes) {
   std::size_t most = 0;
   BestThreshold best;
   for (std::size_t i = 0; i <= outcomes.size(); ++i) {
-    const bool between = i == 0 || i == outcomes.size() ||
-                         outcomes[i - 1].best_score < outcomes[i].best_score;
+    const bool between =
+        i == 0 || i == outcomes.size() || outcomes[i - 1].best_score < outcomes[i].best_score;
     if (between && (i == 0 || right - lost + stopped > most)) {
       most = right - lost + stopped;
       best.keeps = right == 0 ? 1.0 : share(right - lost, right);
@@ -96,8 +95,7 @@ std::optional<double> area_under_roc(const std::vector<Outcome>& outcomes) {
   double below = 0.0;  // pairs in the right order; a tie is half a pair
   for (const double score : inside) {
     const auto [first, last] = std::equal_range(outside.begin(), outside.end(), score);
-    below += static_cast<double>(first - outside.begin()) +
-             0.5 * static_cast<double>(last - first);
+    below += static_cast<double>(first - outside.begin()) + 0.5 * static_cast<double>(last - first);
   }
   return below / (static_cast<double>(inside.size()) * static_cast<double>(outside.size()));
 }

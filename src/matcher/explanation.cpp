@@ -5,12 +5,12 @@
 // are sums over its words (the fold-in is linear in the weights of the words), and so are l, m and
 // n over the words of the sentences that they are made of. Multiplied out, that is a sum over
 // pairs. Tested by tests/matcher/explanation-test.cpp.
-#include <velmora/explanation.hpp>
-
 #include <algorithm>
 #include <cmath>
 #include <map>
+
 #include <velmora/error.hpp>
+#include <velmora/explanation.hpp>
 
 #include "scoring.hpp"
 
@@ -21,55 +21,97 @@ namespace {
 using detail::Feature;
 using detail::SparseVector;
 
-// What the score of a rule takes from a view of the query, as far as it comes from one word.
-struct RulePart {
+using Sums = std::map<int, double>;
+
+// What the view of a sentence holds of one word; or what the score of a rule takes from the view of
+// a query, as far as it comes from one word of the rule.
+struct WordPart {
   Eigen::VectorXd latent;
-  std::map<int, double> words;
-  std::map<int, double> characters;
+  Sums words;
+  Sums characters;
 };
 
-void add(const SparseVector& vector, double factor, std::map<int, double>& sum) {
-  for (const Feature& feature : vector) {
-    sum[feature.id] += factor * feature.value;
+// By word.
+using WordParts = std::map<std::string, WordPart>;
+
+WordPart& part_of(WordParts& parts, const std::string& word, Eigen::Index dim) {
+  WordPart& part = parts[word];
+  if (part.latent.size() == 0) {
+    part.latent = Eigen::VectorXd::Zero(dim);
+  }
+  return part;
+}
+
+void add(const Sums& part, double factor, Sums& sum) {
+  for (const auto& [id, value] : part) {
+    sum[id] += factor * value;
   }
 }
 
-double dot(const SparseVector& vector, const std::map<int, double>& other) {
-  double sum = 0.0;
+void add(const SparseVector& vector, double factor, Sums& sum) {
   for (const Feature& feature : vector) {
-    const auto entry = other.find(feature.id);
-    if (entry != other.end()) {
-      sum += feature.value * entry->second;
+    sum[feature.id] += factor * static_cast<double>(feature.value);
+  }
+}
+
+double dot(const Sums& first, const Sums& second) {
+  double sum = 0.0;
+  for (const auto& [id, value] : first) {
+    const auto entry = second.find(id);
+    if (entry != second.end()) {
+      sum += value * entry->second;
     }
   }
   return sum;
 }
 
-// The views of a sentence by word.
-struct WordParts {
-  Eigen::MatrixXd latent;  // a column for each stem
-  std::vector<SparseVector> words;
-  std::vector<SparseVector> characters;
-};
-
-WordParts take_apart(const detail::MatcherData& matcher, const std::vector<std::string>& stems,
-                     const SparseVector& words, const SparseVector& characters) {
-  WordParts parts;
-  parts.latent = matcher.model.data().latent_parts(stems);
-  const double length = parts.latent.rowwise().sum().norm();
-  if (length > 0.0) {
-    parts.latent /= length;
+// What each stem adds to a latent vector of length 1, a column for each.
+Eigen::MatrixXd scaled_latent_parts(const detail::ModelData& model,
+                                    const std::vector<std::string>& stems) {
+  const Eigen::MatrixXd parts = model.latent_parts(stems);
+  const double length = parts.rowwise().sum().norm();
+  if (length > 0.0 && std::isfinite(length)) {
+    return parts / length;
   }
-  for (const std::string& stem : stems) {
-    const int id = matcher.views.word_id(stem);
-    SparseVector& part = parts.words.emplace_back();
-    for (const Feature& feature : words) {
-      if (feature.id == id) {
-        part.push_back(feature);
-      }
+  return Eigen::MatrixXd::Zero(parts.rows(), parts.cols());
+}
+
+// The stems that the pieces of a typed word go to: those of the word by itself, as far as the
+// sentence has them. A word without any, such as a Japanese particle, stands for itself.
+std::vector<std::string> stems_of_word(const detail::ModelData& model, const std::string& word,
+                                       const WordParts& parts) {
+  std::vector<std::string> stems = model.stems(word);
+  std::erase_if(stems, [&](const std::string& stem) { return !parts.contains(stem); });
+  if (stems.empty()) {
+    stems.push_back(word);
+  }
+  return stems;
+}
+
+// The views of a sentence by word.
+WordParts take_apart(const detail::MatcherData& matcher, const detail::SentenceText& text,
+                     const SparseVector& words, const SparseVector& characters) {
+  const detail::ModelData& model = matcher.model.data();
+  const Eigen::Index dim = model.factors.dim;
+  WordParts parts;
+  const Eigen::MatrixXd latent = scaled_latent_parts(model, text.stems);
+  for (std::size_t i = 0; i != text.stems.size(); ++i) {
+    WordPart& part = part_of(parts, text.stems[i], dim);
+    part.latent = latent.col(static_cast<Eigen::Index>(i));
+    const int id = matcher.views.word_id(text.stems[i]);
+    const auto feature = std::find_if(words.begin(), words.end(),
+                                      [&](const Feature& entry) { return entry.id == id; });
+    if (feature != words.end()) {
+      part.words[id] = static_cast<double>(feature->value);
     }
   }
-  parts.characters = matcher.views.character_parts(stems, characters);
+  const std::vector<Sums> pieces = matcher.views.character_parts(text.words, characters);
+  for (std::size_t i = 0; i != text.words.size(); ++i) {
+    const std::vector<std::string> stems = stems_of_word(model, text.words[i], parts);
+    for (const std::string& stem : stems) {
+      add(pieces[i], 1.0 / static_cast<double>(stems.size()), part_of(parts, stem, dim).characters);
+    }
+  }
   return parts;
 }
 
@@ -88,62 +130,51 @@ class RuleParts {
   }
 
   /// By word of the rule; "" for the sentences of the other rules.
-  const std::map<std::string, RulePart>& parts() const { return parts_; }
+  const WordParts& parts() const { return parts_; }
 
  private:
   // What the kernel regression makes of a sentence.
   double kernel_weight(std::size_t sentence) const {
     return matcher_.uses_kernel()
-               ? matcher_.options.kernel * matcher_.kernel(static_cast<Eigen::Index>(sentence),
-                                                           static_cast<Eigen::Index>(rule_))
+               ? matcher_.kernel_weight * matcher_.kernel(static_cast<Eigen::Index>(sentence),
+                                                          static_cast<Eigen::Index>(rule_))
                : 0.0;
-  }
-
-  RulePart& part_of(const std::string& word) {
-    RulePart& part = parts_[word];
-    if (part.latent.size() == 0) {
-      part.latent = Eigen::VectorXd::Zero(matcher_.latent.rows());
-    }
-    return part;
   }
 
   void add_own_sentence(std::size_t j) {
     const ScoreOptions& options = matcher_.options;
     const double kernel = kernel_weight(j);
-    const auto share = [&](double weight, bool is_nearest, double scale) {
-      return weight * ((is_nearest ? 1.0 : 0.0) + scale);
-    };
     const double latent = (j == nearest_.latent ? options.nearest : 0.0) +
                           options.centre * matcher_.latent_scale[rule_] +
                           kernel * detail::kKernelLatent;
-    const double words = share(counting_ * options.words, j == nearest_.words,
-                               matcher_.word_scale[rule_]) +
+    const double words = counting_ * options.words *
+                             ((j == nearest_.words ? 1.0 : 0.0) + matcher_.word_scale[rule_]) +
                          kernel * detail::kKernelWords;
-    const double characters = share(counting_ * options.characters, j == nearest_.characters,
-                                    matcher_.character_scale[rule_]) +
-                              kernel * detail::kKernelCharacters;
-    const std::vector<std::string>& stems = matcher_.stems[j];
-    const WordParts of = take_apart(matcher_, stems, matcher_.words[j], matcher_.characters[j]);
-    for (std::size_t b = 0; b != stems.size(); ++b) {
-      RulePart& part = part_of(stems[b]);
-      const auto column = of.latent.col(static_cast<Eigen::Index>(b));
-      part.latent += latent * column + options.ridge * (matcher_.ridge * column);
-      add(of.words[b], words, part.words);
-      add(of.characters[b], characters, part.characters);
+    const double characters =
+        counting_ * options.characters *
+            ((j == nearest_.characters ? 1.0 : 0.0) + matcher_.character_scale[rule_]) +
+        kernel * detail::kKernelCharacters;
+    for (const auto& [word, part] :
+         take_apart(matcher_, matcher_.texts[j], matcher_.sentences.words[j],
+                    matcher_.sentences.characters[j])) {
+      WordPart& sum = part_of(parts_, word, part.latent.size());
+      sum.latent += latent * part.latent + options.ridge * (matcher_.ridge * part.latent);
+      add(part.words, words, sum.words);
+      add(part.characters, characters, sum.characters);
     }
   }
 
   void add_other_rules() {
-    RulePart& part = part_of("");
+    const detail::SentenceTable& sentences = matcher_.sentences;
+    WordPart& sum = part_of(parts_, "", sentences.latent.rows());
     for (std::size_t j = 0; j != matcher_.sentence_count(); ++j) {
-      if (matcher_.rule_of[j] == rule_) {
-        continue;
+      if (matcher_.rule_of[j] != rule_) {
+        const double kernel = kernel_weight(j);
+        sum.latent +=
+            kernel * detail::kKernelLatent * sentences.latent.col(static_cast<Eigen::Index>(j));
+        add(sentences.words[j], kernel * detail::kKernelWords, sum.words);
+        add(sentences.characters[j], kernel * detail::kKernelCharacters, sum.characters);
       }
-      const double kernel = kernel_weight(j);
-      part.latent +=
-          kernel * detail::kKernelLatent * matcher_.latent.col(static_cast<Eigen::Index>(j));
-      add(matcher_.words[j], kernel * detail::kKernelWords, part.words);
-      add(matcher_.characters[j], kernel * detail::kKernelCharacters, part.characters);
     }
   }
 
@@ -151,48 +182,53 @@ class RuleParts {
   std::size_t rule_;
   detail::Nearest nearest_;
   double counting_;
-  std::map<std::string, RulePart> parts_;
+  WordParts parts_;
 };
+
+std::vector<WordPair> pairs_of(const WordParts& query, const WordParts& rule, double total_weight) {
+  std::vector<WordPair> pairs;
+  for (const auto& [query_word, of_query] : query) {
+    for (const auto& [rule_word, of_rule] : rule) {
+      WordPair pair;
+      pair.query_word = query_word;
+      pair.rule_word = rule_word;
+      pair.latent = of_query.latent.dot(of_rule.latent) / total_weight;
+      pair.words = dot(of_query.words, of_rule.words) / total_weight;
+      pair.characters = dot(of_query.characters, of_rule.characters) / total_weight;
+      if (pair.latent != 0.0 || pair.words != 0.0 || pair.characters != 0.0) {
+        pairs.push_back(std::move(pair));
+      }
+    }
+  }
+  std::stable_sort(pairs.begin(), pairs.end(), [](const WordPair& a, const WordPair& b) {
+    return std::abs(a.total()) > std::abs(b.total());
+  });
+  return pairs;
+}
 
 }  // namespace
 
 Explanation Matcher::explain(std::string_view sentence, int id, const ActiveRules* active) const {
-  const std::vector<std::size_t> places = detail::active_places(data_, active);
-  const std::size_t rule = data_->place_of(id);
-  const auto place = std::find(places.begin(), places.end(), rule);
-  if (place == places.end()) {
+  const detail::RuleIndex& index = detail::active_index(data_, active);
+  const std::size_t place = data_->place_of(id);
+  const auto entry = std::find(index.places.begin(), index.places.end(), place);
+  if (entry == index.places.end()) {
     throw Error("rule " + std::to_string(id) + " is not among the " +
                 (active != nullptr ? "active rules" : "rules"));
   }
+  const auto rule = static_cast<std::size_t>(entry - index.places.begin());
   const detail::Query query = detail::make_query(*data_, sentence);
-  const detail::Scores scores(*data_, query, places);
+  const detail::Scores scores(*data_, index, query);
   const detail::Nearest nearest = scores.nearest(rule);
 
   Explanation explanation;
   explanation.id = id;
-  explanation.score = scores.values()[static_cast<std::size_t>(place - places.begin())];
-  explanation.sentence = nearest.together - data_->first_sentence[rule];
+  explanation.score = scores.score(rule);
+  explanation.sentence = nearest.together - data_->first_sentence[place];
   explanation.unknown = query.unknown;
-  const WordParts of_query = take_apart(*data_, query.stems, query.words, query.characters);
-  const RuleParts of_rule(*data_, rule, nearest, scores.counting());
-  for (std::size_t a = 0; a != query.stems.size(); ++a) {
-    for (const auto& [word, part] : of_rule.parts()) {
-      WordPair pair;
-      pair.query_word = query.stems[a];
-      pair.rule_word = word;
-      const auto column = of_query.latent.col(static_cast<Eigen::Index>(a));
-      pair.latent = column.dot(part.latent) / data_->total_weight;
-      pair.words = dot(of_query.words[a], part.words) / data_->total_weight;
-      pair.characters = dot(of_query.characters[a], part.characters) / data_->total_weight;
-      if (pair.latent != 0.0 || pair.words != 0.0 || pair.characters != 0.0) {
-        explanation.pairs.push_back(std::move(pair));
-      }
-    }
-  }
-  std::stable_sort(explanation.pairs.begin(), explanation.pairs.end(),
-                   [](const WordPair& a, const WordPair& b) {
-                     return std::abs(a.total()) > std::abs(b.total());
-                   });
+  const WordParts of_query = take_apart(*data_, query.text, query.words, query.characters);
+  const RuleParts of_rule(*data_, place, nearest, scores.counting());
+  explanation.pairs = pairs_of(of_query, of_rule.parts(), data_->total_weight);
   return explanation;
 }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <fstream>
 #include <system_error>
+
 #include <velmora/error.hpp>
 
 #include "../support/text-file.hpp"

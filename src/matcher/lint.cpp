@@ -1,9 +1,9 @@
 // Faults of rules. Tested by tests/matcher/lint-test.cpp.
-#include <velmora/lint.hpp>
-
 #include <algorithm>
 #include <map>
 #include <set>
+
+#include <velmora/lint.hpp>
 
 #include "../support/utf8.hpp"
 #include "scoring.hpp"
@@ -24,7 +24,7 @@ class Linter {
  public:
   explicit Linter(const Matcher& matcher) : matcher_(matcher), data_(matcher.data()) {
     for (std::size_t j = 0; j != data_.sentence_count(); ++j) {
-      with_stems_[data_.stems[j]].push_back(j);
+      with_stems_[data_.texts[j].stems].push_back(j);
     }
   }
 
@@ -41,8 +41,8 @@ class Linter {
   const std::string& text_of(std::size_t j) const { return rule_of(j).sentences[index_of(j)]; }
 
   void add(FindingKind kind, std::size_t j, std::string text) {
-    findings_.push_back({kind, rule_of(j).id, index_of(j), std::nullopt, std::nullopt,
-                         std::move(text)});
+    findings_.push_back(
+        {kind, rule_of(j).id, index_of(j), std::nullopt, std::nullopt, std::move(text)});
   }
   void add(FindingKind kind, std::size_t j, std::size_t other, std::string text) {
     findings_.push_back(
@@ -53,7 +53,7 @@ class Linter {
     if (!VX::Dialog::detail::is_utf8(text_of(j))) {
       add(FindingKind::not_utf8, j, "the sentence is not well-formed UTF-8");
     }
-    if (data_.stems[j].empty()) {
+    if (data_.texts[j].stems.empty()) {
       add(FindingKind::empty_sentence, j, "the sentence holds no word: nothing can find it");
       return;
     }
@@ -64,13 +64,13 @@ class Linter {
 
   void look_at_words(std::size_t j) {
     std::vector<std::string> unknown;
-    for (const std::string& stem : data_.stems[j]) {
+    for (const std::string& stem : data_.texts[j].stems) {
       if (!data_.model.knows(stem)) {
         unknown.push_back(stem);
       }
     }
     constexpr std::size_t kTellingLength = 3;
-    const std::size_t count = data_.stems[j].size();
+    const std::size_t count = data_.texts[j].stems.size();
     if (count >= kTellingLength && 2 * unknown.size() >= count) {
       add(FindingKind::other_language, j,
           "the model knows " + std::to_string(count - unknown.size()) + " of " +
@@ -95,7 +95,7 @@ class Linter {
   void look_at_same_words(std::size_t j) {
     bool told_other = false;
     bool told_own = false;
-    for (const std::size_t other : with_stems_[data_.stems[j]]) {
+    for (const std::size_t other : with_stems_[data_.texts[j].stems]) {
       const bool own = data_.rule_of[other] == data_.rule_of[j];
       if (own && other < j && !told_own) {
         told_own = true;
@@ -112,20 +112,24 @@ class Linter {
   }
 
   void look_at_neighbours(std::size_t j) {
-    const Eigen::VectorXd latent =
-        data_.latent.transpose() * data_.latent.col(static_cast<Eigen::Index>(j));
+    const Eigen::VectorXd latent = data_.sentences.latent.transpose() *
+                                   data_.sentences.latent.col(static_cast<Eigen::Index>(j));
     double closest = kTooClose;
     std::optional<std::size_t> found;
     for (std::size_t other = 0; other != data_.sentence_count(); ++other) {
-      if (data_.rule_of[other] == data_.rule_of[j] || data_.stems[other] == data_.stems[j] ||
-          detail::kKernelLatent * latent(static_cast<Eigen::Index>(other)) +
-                  detail::kKernelWords + detail::kKernelCharacters < closest) {
+      if (data_.rule_of[other] == data_.rule_of[j] ||
+          data_.texts[other].stems == data_.texts[j].stems ||
+          detail::kKernelLatent * latent(static_cast<Eigen::Index>(other)) + detail::kKernelWords +
+                  detail::kKernelCharacters <
+              closest) {
         continue;
       }
       const double similarity =
           detail::kKernelLatent * latent(static_cast<Eigen::Index>(other)) +
-          detail::kKernelWords * detail::dot(data_.words[j], data_.words[other]) +
-          detail::kKernelCharacters * detail::dot(data_.characters[j], data_.characters[other]);
+          detail::kKernelWords *
+              detail::dot(data_.sentences.words[j], data_.sentences.words[other]) +
+          detail::kKernelCharacters *
+              detail::dot(data_.sentences.characters[j], data_.sentences.characters[other]);
       if (similarity >= closest) {
         closest = similarity;
         found = other;
@@ -140,7 +144,7 @@ class Linter {
     const Match* best = answer.best();
     if (best != nullptr && best->id != rule_of(j).id) {
       const std::size_t other = data_.first_sentence[data_.place_of(best->id)] + best->sentence;
-      if (data_.stems[other] != data_.stems[j]) {
+      if (data_.texts[other].stems != data_.texts[j].stems) {
         add(FindingKind::finds_another_rule, j, other,
             "finds rule " + std::to_string(best->id) + " (" + quoted(text_of(other)) +
                 ") and not its own");

@@ -1,13 +1,12 @@
 // Matching by the second front door. Tested by tests/matcher/matcher-test.cpp.
-#include <velmora/matcher.hpp>
-
 #include <algorithm>
 #include <atomic>
 #include <exception>
 #include <mutex>
-#include <numeric>
 #include <thread>
+
 #include <velmora/error.hpp>
+#include <velmora/matcher.hpp>
 
 #include "scoring.hpp"
 
@@ -26,36 +25,31 @@ std::size_t checked_place(const detail::MatcherData& matcher, int id) {
 }  // namespace
 
 std::size_t ActiveRules::size() const noexcept {
-  return data_->places.size();
+  return data_->index.places.size();
 }
 
-Matcher::Matcher(Model model, std::vector<Rule> rules, const ScoreOptions& options)
-    : data_(std::make_shared<const detail::MatcherData>(std::move(model), std::move(rules), options)) {}
+Matcher::Matcher(Model model, std::vector<Rule> rules, const ScoreOptions& options,
+                 const Progress& progress)
+    : data_(std::make_shared<const detail::MatcherData>(std::move(model), std::move(rules), options,
+                                                        progress)) {}
 
 Answer Matcher::match(std::string_view sentence, const MatchOptions& options) const {
-  const std::vector<std::size_t> places = detail::active_places(data_, options.active);
+  const detail::RuleIndex& index = detail::active_index(data_, options.active);
   const detail::Query query = detail::make_query(*data_, sentence);
-  const detail::Scores scores(*data_, query, places);
-  const std::vector<double>& values = scores.values();
-
-  std::vector<std::size_t> order(places.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  // Two for the margin. The places come by ascending id.
-  const std::size_t ranked = std::min(std::max<std::size_t>(options.top, 2), order.size());
-  std::partial_sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(ranked),
-                    order.end(), [&](std::size_t a, std::size_t b) {
-                      return values[a] != values[b] ? values[a] > values[b] : a < b;
-                    });
+  const detail::Scores scores(*data_, index, query);
+  // Two for the margin.
+  const std::vector<detail::RuleScore> best = scores.best(std::max<std::size_t>(options.top, 2));
   Answer answer;
   answer.unknown = query.unknown;
-  if (order.size() > 1) {
-    answer.margin = values[order[0]] - values[order[1]];
+  if (best.size() > 1) {
+    answer.margin = best[0].score - best[1].score;
   }
-  for (std::size_t i = 0; i != std::min(options.top, ranked); ++i) {
-    const std::size_t rule = places[order[i]];
-    if (values[order[i]] >= options.threshold) {
-      answer.matches.push_back({data_->rules[rule].id, values[order[i]],
-                                scores.nearest(rule).together - data_->first_sentence[rule]});
+  for (std::size_t i = 0; i != std::min(options.top, best.size()); ++i) {
+    if (best[i].score >= options.threshold) {
+      const std::size_t place = index.places[best[i].rule];
+      answer.matches.push_back(
+          {data_->rules[place].id, best[i].score,
+           scores.nearest(best[i].rule).together - data_->first_sentence[place]});
     }
   }
   return answer;
@@ -99,12 +93,13 @@ ActiveRules Matcher::activate(const std::vector<int>& ids) const {
   std::vector<int> sorted = ids;
   std::sort(sorted.begin(), sorted.end());
   sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
-  auto active = std::make_shared<detail::ActiveData>();
-  active->owner = data_;
+  std::vector<std::size_t> places;
   for (const int id : sorted) {
-    active->places.push_back(checked_place(*data_, id));
+    places.push_back(checked_place(*data_, id));
   }
-  return ActiveRules(std::move(active));
+  return ActiveRules(std::make_shared<const detail::ActiveData>(
+      detail::ActiveData{data_, detail::RuleIndex(std::move(places), data_->first_sentence,
+                                                  data_->sentences, data_->views)}));
 }
 
 const Model& Matcher::model() const noexcept {

@@ -1,6 +1,7 @@
 // Models of the second front door. Tested by tests/matcher/model-test.cpp.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <system_error>
 
 #include <velmora/error.hpp>
@@ -34,35 +35,35 @@ bool is_folder(const std::filesystem::path& path) {
   return std::filesystem::is_directory(path, error);
 }
 
-// A sentence is scaled to length 1 unless it is zeros.
 Eigen::VectorXd scaled(Eigen::VectorXd vector) {
   const double norm = vector.norm();
-  if (norm > 0.0) {
-    vector /= norm;
+  if (norm > 0.0 && std::isfinite(norm)) {
+    return vector / norm;
   }
-  return vector;
+  return Eigen::VectorXd::Zero(vector.size());  // no direction, or factors that are out of bounds
 }
 
 }  // namespace
 
 namespace detail {
 
-std::vector<std::string> StemmerPool::stems(const std::string& sentence) const {
-  std::unique_ptr<VX::Dialog::Stemmer> stemmer;
+std::unique_ptr<VX::Dialog::Stemmer> StemmerPool::take() const {
   {
     const std::lock_guard lock(mutex_);
     if (!idle_.empty()) {
-      stemmer = std::move(idle_.back());
+      std::unique_ptr<VX::Dialog::Stemmer> stemmer = std::move(idle_.back());
       idle_.pop_back();
+      return stemmer;
     }
   }
-  if (!stemmer) {
-    stemmer = std::make_unique<VX::Dialog::Stemmer>(language_);
-  }
-  std::vector<std::string> stems = VX::Dialog::detail::stem_set(*stemmer, sentence);
+  return std::make_unique<VX::Dialog::Stemmer>(language_);
+}
+
+void StemmerPool::give_back(std::unique_ptr<VX::Dialog::Stemmer> stemmer) const noexcept {
   const std::lock_guard lock(mutex_);
-  idle_.push_back(std::move(stemmer));
-  return stems;
+  if (idle_.size() < kMostIdle) {
+    idle_.push_back(std::move(stemmer));
+  }
 }
 
 namespace {
@@ -94,6 +95,20 @@ KnownTerms known_terms(const ModelData& model, const std::vector<std::string>& s
 
 }  // namespace
 }  // namespace detail
+
+std::vector<std::string> detail::ModelData::stems(const std::string& sentence) const {
+  return stemmers.with_stemmer([&](VX::Dialog::Stemmer& stemmer) {
+    return VX::Dialog::detail::stem_set(stemmer, sentence);
+  });
+}
+
+detail::SentenceText detail::ModelData::text(const std::string& sentence) const {
+  SentenceText text;
+  text.stems = stems(sentence);
+  splitters.with_stemmer(
+      [&](VX::Dialog::Stemmer& splitter) { splitter.stem_sentence(sentence, text.words); });
+  return text;
+}
 
 Eigen::MatrixXd detail::ModelData::latent_parts(const std::vector<std::string>& stems) const {
   const detail::KnownTerms known = detail::known_terms(*this, stems);
@@ -172,7 +187,7 @@ std::size_t Model::vocabulary_size() const noexcept {
 }
 
 std::vector<std::string> Model::stems(std::string_view sentence) const {
-  return data_->stemmers.stems(std::string(sentence));
+  return data_->stems(std::string(sentence));
 }
 
 bool Model::knows(std::string_view stem) const {

@@ -26,9 +26,11 @@ void add_similarities(const std::vector<SparseVector>& sentences, double share,
       if (id >= postings.size()) {
         postings.resize(id + 1);
       }
-      postings[id].push_back({column, feature.value});
+      const auto value = static_cast<double>(feature.value);
+      const double weight = share * value;
+      postings[id].push_back({column, value});
       for (const Posting& other : postings[id]) {
-        kernel(column, other.sentence) += share * feature.value * other.value;
+        kernel(column, other.sentence) += weight * other.value;
       }
     }
   }
@@ -43,15 +45,13 @@ Eigen::MatrixXd ridge_inverse(const Eigen::MatrixXd& latent) {
   return system.llt().solve(Eigen::MatrixXd::Identity(dim, dim));
 }
 
-Eigen::MatrixXd kernel_columns(const Eigen::MatrixXd& latent,
-                               const std::vector<SparseVector>& words,
-                               const std::vector<SparseVector>& characters,
+Eigen::MatrixXd kernel_columns(const SentenceTable& sentences,
                                const std::vector<std::size_t>& rule_of, std::size_t rule_count) {
-  const Eigen::Index n = latent.cols();
+  const Eigen::Index n = sentences.latent.cols();
   Eigen::MatrixXd kernel = Eigen::MatrixXd::Zero(n, n);
-  kernel.selfadjointView<Eigen::Lower>().rankUpdate(latent.transpose(), kKernelLatent);
-  add_similarities(words, kKernelWords, kernel);
-  add_similarities(characters, kKernelCharacters, kernel);
+  kernel.selfadjointView<Eigen::Lower>().rankUpdate(sentences.latent.transpose(), kKernelLatent);
+  add_similarities(sentences.words, kKernelWords, kernel);
+  add_similarities(sentences.characters, kKernelCharacters, kernel);
   kernel.diagonal().array() += kKernelRidge;
   Eigen::MatrixXd columns = Eigen::MatrixXd::Zero(n, static_cast<Eigen::Index>(rule_count));
   for (Eigen::Index j = 0; j != n; ++j) {

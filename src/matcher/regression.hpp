@@ -3,10 +3,11 @@
 // Solved once when rules are compiled. Not installed. Tested by tests/matcher/matcher-test.cpp.
 #pragma once
 
-#include <Eigen/Core>
 #include <vector>
 
-#include "sentence-views.hpp"
+#include <Eigen/Core>
+
+#include "rule-index.hpp"
 
 namespace velmora::detail {
 
@@ -15,9 +16,7 @@ Eigen::MatrixXd ridge_inverse(const Eigen::MatrixXd& latent);
 
 /// (K + 0.3 I)^-1 M, n x rules: K is the similarity of the sentences in all three views, M says
 /// which rule each belongs to.
-Eigen::MatrixXd kernel_columns(const Eigen::MatrixXd& latent,
-                               const std::vector<SparseVector>& words,
-                               const std::vector<SparseVector>& characters,
+Eigen::MatrixXd kernel_columns(const SentenceTable& sentences,
                                const std::vector<std::size_t>& rule_of, std::size_t rule_count);
 
 }  // namespace velmora::detail

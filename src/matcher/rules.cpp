@@ -1,7 +1,7 @@
 // Rules files. Tested by tests/matcher/files-test.cpp.
-#include <velmora/rules.hpp>
-
 #include <unordered_map>
+
+#include <velmora/rules.hpp>
 
 #include "input-file.hpp"
 

@@ -1,119 +1,203 @@
 #include "scoring.hpp"
 
 #include <algorithm>
+#include <functional>
+#include <span>
+
 #include <velmora/error.hpp>
 
 namespace velmora::detail {
 
 namespace {
 
-template <typename Similarities>
-std::size_t place_of_highest(const Similarities& similarities, std::size_t first,
-                             std::size_t last) {
-  std::size_t best = first;
-  for (std::size_t j = first + 1; j < last; ++j) {
-    if (similarities[static_cast<Eigen::Index>(j)] >
-        similarities[static_cast<Eigen::Index>(best)]) {
-      best = j;
-    }
-  }
-  return best;
+Eigen::Index at(std::size_t place) {
+  return static_cast<Eigen::Index>(place);
 }
 
-// A vector of dot products by sentence, looked at with the index type of Eigen.
-Eigen::Map<const Eigen::VectorXd> as_vector(const std::vector<double>& values) {
-  return {values.data(), static_cast<Eigen::Index>(values.size())};
+bool is_better(const RuleScore& a, const RuleScore& b) {
+  return a.score != b.score ? a.score > b.score : a.rule < b.rule;
 }
 
 }  // namespace
 
-std::vector<std::size_t> active_places(const std::shared_ptr<const MatcherData>& matcher,
-                                       const ActiveRules* active) {
-  if (active != nullptr) {
-    if (active->data().owner != matcher) {
-      throw Error("active rules of another matcher: expected those of this one");
-    }
-    return active->data().places;
-  }
-  std::vector<std::size_t> places;
-  for (const auto& [id, place] : matcher->by_id) {
-    places.push_back(place);
-  }
-  return places;
-}
-
 Query make_query(const MatcherData& matcher, std::string_view sentence) {
   Query query;
-  query.stems = matcher.model.stems(sentence);
-  for (const std::string& stem : query.stems) {
+  query.text = matcher.model.data().text(std::string(sentence));
+  for (const std::string& stem : query.text.stems) {
     if (matcher.views.word_id(stem) < 0) {
       query.unknown.push_back(stem);
     }
   }
-  query.latent = matcher.model.data().latent_vector(query.stems);
-  query.words = matcher.views.words(query.stems);
-  query.characters = matcher.views.characters(query.stems);
+  query.latent = matcher.model.data().latent_vector(query.text.stems);
+  query.words = matcher.views.words(query.text.stems);
+  query.characters = matcher.views.characters(query.text.words);
   return query;
 }
 
-Scores::Scores(const MatcherData& matcher, const Query& query,
-               const std::vector<std::size_t>& places)
-    : matcher_(matcher), words_(matcher.sentence_count()), characters_(matcher.sentence_count()) {
-  const ScoreOptions& options = matcher.options;
-  latent_ = matcher.latent.transpose() * query.latent;
-  const Eigen::VectorXd linear = matcher.linear.transpose() * query.latent;
-  // The kernel regression looks at the sentences of all rules, active or not.
-  for (std::size_t j = 0; j != matcher.sentence_count(); ++j) {
-    words_[j] = dot(query.words, matcher.words[j]);
-    characters_[j] = dot(query.characters, matcher.characters[j]);
+const RuleIndex& active_index(const std::shared_ptr<const MatcherData>& matcher,
+                              const ActiveRules* active) {
+  if (active == nullptr) {
+    return *matcher->index;
   }
-  double most_shared = 0.0;
-  std::vector<double> counted;
-  for (const std::size_t rule : places) {
-    const std::size_t first = matcher.first_sentence[rule];
-    const std::size_t last = matcher.first_sentence[rule + 1];
-    double word_sum = 0.0;
-    double character_sum = 0.0;
-    for (std::size_t j = first; j != last; ++j) {
-      word_sum += words_[j];
-      character_sum += characters_[j];
-    }
-    const double nearest_words = words_[place_of_highest(as_vector(words_), first, last)];
-    const double nearest_characters =
-        characters_[place_of_highest(as_vector(characters_), first, last)];
-    most_shared = std::max(most_shared, nearest_words);
-    counted.push_back(
-        options.words * (nearest_words + word_sum * matcher.word_scale[rule]) +
-        options.characters * (nearest_characters + character_sum * matcher.character_scale[rule]));
+  if (active->data().owner != matcher) {
+    throw Error("active rules of another matcher: expected those of this one");
   }
-  counting_ = options.shared_words > 0.0 ? std::min(1.0, most_shared / options.shared_words) : 1.0;
+  return active->data().index;
+}
 
-  Eigen::VectorXd kernel = Eigen::VectorXd::Zero(static_cast<Eigen::Index>(matcher.rules.size()));
-  if (matcher.uses_kernel()) {
-    kernel = matcher.kernel.transpose() * (kKernelWords * as_vector(words_) +
-                                           kKernelCharacters * as_vector(characters_));
+Scores::Scores(const MatcherData& matcher, const RuleIndex& index, const Query& query)
+    : matcher_(matcher),
+      index_(index),
+      query_(query),
+      words_(index.words.dots(query.words)),
+      characters_(index.characters.dots(query.characters)) {
+  sums_.reserve(index.places.size());
+  for (const std::size_t place : index.places) {
+    sums_.push_back(matcher.linear.col(at(place)).dot(query.latent));
   }
-  for (std::size_t i = 0; i != places.size(); ++i) {
-    const std::size_t rule = places[i];
-    const std::size_t best = place_of_highest(latent_, matcher.first_sentence[rule],
-                                              matcher.first_sentence[rule + 1]);
-    const auto r = static_cast<Eigen::Index>(rule);
-    const double sum = options.nearest * latent_(static_cast<Eigen::Index>(best)) + linear(r) +
-                       options.kernel * kernel(r) + counting_ * counted[i];
-    values_.push_back(sum / matcher.total_weight);
+  add_counting_parts();
+  if (matcher.uses_kernel()) {
+    add_kernel();
   }
 }
 
-Nearest Scores::nearest(std::size_t rule) const {
-  const std::size_t first = matcher_.first_sentence[rule];
-  const std::size_t last = matcher_.first_sentence[rule + 1];
+Scores::Range Scores::sentences_of(std::size_t rule) const {
+  return {index_.first[rule], index_.first[rule + 1]};
+}
+
+void Scores::add_counting_parts() {
   const ScoreOptions& options = matcher_.options;
-  const Eigen::VectorXd together =
-      options.nearest * latent_ + counting_ * (options.words * as_vector(words_) +
-                                               options.characters * as_vector(characters_));
-  return {place_of_highest(latent_, first, last), place_of_highest(as_vector(words_), first, last),
-          place_of_highest(as_vector(characters_), first, last),
-          place_of_highest(together, first, last)};
+  std::vector<double> parts;
+  parts.reserve(sums_.size());
+  double most_shared = 0.0;
+  for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
+    const auto [first, last] = sentences_of(rule);
+    double nearest_words = words_[first];
+    double nearest_characters = characters_[first];
+    double all_words = 0.0;
+    double all_characters = 0.0;
+    for (std::size_t s = first; s != last; ++s) {
+      nearest_words = std::max(nearest_words, words_[s]);
+      nearest_characters = std::max(nearest_characters, characters_[s]);
+      all_words += words_[s];
+      all_characters += characters_[s];
+    }
+    const std::size_t place = index_.places[rule];
+    most_shared = std::max(most_shared, nearest_words);
+    parts.push_back(options.words * (nearest_words + all_words * matcher_.word_scale[place]) +
+                    options.characters *
+                        (nearest_characters + all_characters * matcher_.character_scale[place]));
+  }
+  if (options.shared_words > 0.0) {
+    counting_ = std::min(1.0, most_shared / options.shared_words);
+  }
+  for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
+    sums_[rule] += counting_ * parts[rule];
+  }
+}
+
+void Scores::add_kernel() {
+  // The regression looks at the sentences of all rules, active or not; the latent part of it is in
+  // `linear`.
+  const RuleIndex& all = *matcher_.index;
+  const bool is_all = &index_ == &all;
+  const std::vector<double> words = is_all ? words_ : all.words.dots(query_.words);
+  const std::vector<double> characters =
+      is_all ? characters_ : all.characters.dots(query_.characters);
+  Eigen::VectorXd similarities(at(all.sentences.size()));
+  for (std::size_t s = 0; s != all.sentences.size(); ++s) {
+    similarities(at(all.sentences[s])) =
+        kKernelWords * words[s] + kKernelCharacters * characters[s];
+  }
+  for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
+    const auto column = matcher_.kernel.col(at(index_.places[rule]));
+    sums_[rule] += matcher_.kernel_weight * column.dot(similarities);
+  }
+}
+
+double Scores::latent_dot(std::size_t sentence) const {
+  return matcher_.sentences.latent.col(at(index_.sentences[sentence])).dot(query_.latent);
+}
+
+double Scores::score(std::size_t rule) const {
+  const auto [first, last] = sentences_of(rule);
+  double nearest = latent_dot(first);
+  for (std::size_t s = first + 1; s != last; ++s) {
+    nearest = std::max(nearest, latent_dot(s));
+  }
+  return scaled(matcher_.options.nearest * nearest + sums_[rule]);
+}
+
+std::vector<Scores::Bounds> Scores::bounds() const {
+  std::vector<Bounds> bounds(sums_.size());
+  const std::span<const double> latent(query_.latent.data(),
+                                       static_cast<std::size_t>(query_.latent.size()));
+  using VX::Dialog::detail::RowIndex;
+  const auto coarse = index_.latent.coarse(latent);
+  std::vector<int> dots(index_.rows.size());
+  if (coarse) {
+    index_.latent.dots(*coarse, index_.rows, dots);
+  }
+  for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
+    const auto [first, last] = sentences_of(rule);
+    Bounds& bound = bounds[rule];
+    if (coarse) {
+      const int highest = *std::max_element(dots.begin() + at(first), dots.begin() + at(last));
+      bound = {RowIndex::lower(highest, *coarse), RowIndex::upper(highest, *coarse)};
+    }  // else the query has no known word: its dot products are 0
+    const double weight = matcher_.options.nearest;
+    const double from = weight * (weight < 0.0 ? bound.upper : bound.lower);
+    const double to = weight * (weight < 0.0 ? bound.lower : bound.upper);
+    bound = {scaled(from + sums_[rule]), scaled(to + sums_[rule])};
+  }
+  return bounds;
+}
+
+std::vector<RuleScore> Scores::best(std::size_t count) const {
+  count = std::min(count, sums_.size());
+  std::vector<RuleScore> candidates;
+  if (count == 0) {
+    return candidates;
+  }
+  const std::vector<Bounds> all = bounds();
+  std::vector<double> lower;
+  lower.reserve(all.size());
+  for (const Bounds& bound : all) {
+    lower.push_back(bound.lower);
+  }
+  const auto last_of_best = lower.begin() + at(count - 1);
+  std::nth_element(lower.begin(), last_of_best, lower.end(), std::greater<>());
+  // Rounding moves a score by far less than this.
+  constexpr double kSlack = 1e-9;
+  for (std::size_t rule = 0; rule != all.size(); ++rule) {
+    if (all[rule].upper + kSlack >= *last_of_best) {
+      candidates.push_back({rule, score(rule)});
+    }
+  }
+  std::partial_sort(candidates.begin(), candidates.begin() + at(count), candidates.end(),
+                    is_better);
+  candidates.resize(count);
+  return candidates;
+}
+
+Nearest Scores::nearest(std::size_t rule) const {
+  const ScoreOptions& options = matcher_.options;
+  const auto [first, last] = sentences_of(rule);
+  std::vector<double> latent;
+  std::vector<double> together;
+  for (std::size_t s = first; s != last; ++s) {
+    latent.push_back(latent_dot(s));
+    together.push_back(options.nearest * latent.back() +
+                       counting_ *
+                           (options.words * words_[s] + options.characters * characters_[s]));
+  }
+  const auto sentence_of_highest = [&](auto from, auto to) {
+    return index_.sentences[first + static_cast<std::size_t>(std::max_element(from, to) - from)];
+  };
+  return {sentence_of_highest(latent.begin(), latent.end()),
+          sentence_of_highest(words_.begin() + at(first), words_.begin() + at(last)),
+          sentence_of_highest(characters_.begin() + at(first), characters_.begin() + at(last)),
+          sentence_of_highest(together.begin(), together.end())};
 }
 
 }  // namespace velmora::detail

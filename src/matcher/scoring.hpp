@@ -1,9 +1,14 @@
-// The scores of the rules for one sentence.
+// The scores of rules for one sentence.
 //
-// Used by matching and by explain. Not installed. Tested by tests/matcher/matcher-test.cpp.
+// Used by matching and by explain. A score needs the highest of the dot products of the query with
+// the latent vectors of the rule's sentences. The coarse rows of the index bound it for every rule,
+// and only rules that may be among the best are scored exactly. All other parts are exact for every
+// rule. Not installed. Tested by tests/matcher/matcher-test.cpp.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "compilation.hpp"
@@ -12,48 +17,71 @@ namespace velmora::detail {
 
 /// A sentence in the views of a matcher.
 struct Query {
-  std::vector<std::string> stems;
-  /// Of them, what neither model nor rules know.
+  SentenceText text;
+  /// Stems that neither model nor rules know.
   std::vector<std::string> unknown;
   Eigen::VectorXd latent;
   SparseVector words;
   SparseVector characters;
 };
 
-/// Places of the active rules, all for null, by ascending id. Throws Error when `active` belongs to
-/// another matcher.
-std::vector<std::size_t> active_places(const std::shared_ptr<const MatcherData>& matcher,
-                                       const ActiveRules* active);
-
 Query make_query(const MatcherData& matcher, std::string_view sentence);
 
-/// The sentences of the rules that came closest in each view, and together.
+/// The index that `active` holds, or that of all rules for null. Throws Error when `active` belongs
+/// to another matcher.
+const RuleIndex& active_index(const std::shared_ptr<const MatcherData>& matcher,
+                              const ActiveRules* active);
+
+/// A rule of an index, counted from 0, and its score.
+struct RuleScore {
+  std::size_t rule;
+  double score;
+};
+
+/// The sentences of a rule that came closest in each view, and together; numbered among all
+/// sentences of the matcher. Of equals the first.
 struct Nearest {
   std::size_t latent, words, characters;
   std::size_t together;
 };
 
-/// Scores of the active rules for a query.
+/// Refers to its arguments.
 class Scores {
  public:
-  /// places   of the active rules, by ascending id
-  Scores(const MatcherData& matcher, const Query& query,
-         const std::vector<std::size_t>& places);
+  Scores(const MatcherData& matcher, const RuleIndex& index, const Query& query);
 
-  /// Score of each of the places.
-  const std::vector<double>& values() const { return values_; }
-  /// The part of the counting parts that counts, g.
-  double counting() const { return counting_; }
-  /// For a rule among the places, by its place.
+  /// The `count` best rules, best first, ties by ascending id; fewer when there are fewer.
+  std::vector<RuleScore> best(std::size_t count) const;
+  /// Score of a rule of the index.
+  double score(std::size_t rule) const;
   Nearest nearest(std::size_t rule) const;
+  /// How far the counting parts count: g, from 0 to 1.
+  double counting() const { return counting_; }
 
  private:
+  // The sentences of a rule, counted within the index.
+  struct Range {
+    std::size_t first, last;
+  };
+  struct Bounds {
+    double lower, upper;
+  };
+
+  Range sentences_of(std::size_t rule) const;
+  double latent_dot(std::size_t sentence) const;
+  std::vector<Bounds> bounds() const;
+  void add_counting_parts();
+  void add_kernel();
+  double scaled(double sum) const { return sum / matcher_.total_weight; }
+
   const MatcherData& matcher_;
-  // By sentence: dot product with the query. Zeros for sentences of rules that are not active.
-  Eigen::VectorXd latent_;
+  const RuleIndex& index_;
+  const Query& query_;
+  // By sentence of the index: dot products with the query.
   std::vector<double> words_, characters_;
   double counting_ = 1.0;
-  std::vector<double> values_;
+  // By rule of the index: the score without the nearest latent vector, not scaled.
+  std::vector<double> sums_;
 };
 
 }  // namespace velmora::detail

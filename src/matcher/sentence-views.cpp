@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
-
-#include "../support/utf8.hpp"
 
 namespace velmora::detail {
 
@@ -21,30 +18,46 @@ PieceLengths piece_lengths(const std::string& language) {
   return language == "jpj" ? PieceLengths{1, 3} : PieceLengths{2, 4};
 }
 
-void append_utf8(std::string& text, char32_t character) {
-  const auto add = [&](char32_t bits) { text += static_cast<char>(bits); };
-  if (character < 0x80) {
-    add(character);
-  } else if (character < 0x800) {
-    add(0xC0U | (character >> 6U));
-    add(0x80U | (character & 0x3FU));
-  } else if (character < 0x10000) {
-    add(0xE0U | (character >> 12U));
-    add(0x80U | ((character >> 6U) & 0x3FU));
-    add(0x80U | (character & 0x3FU));
-  } else {
-    add(0xF0U | (character >> 18U));
-    add(0x80U | ((character >> 12U) & 0x3FU));
-    add(0x80U | ((character >> 6U) & 0x3FU));
-    add(0x80U | (character & 0x3FU));
+bool continues_character(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// Calls `use` with each piece of a word, a blank at either end. Words come from the stemmer, so
+// they are well-formed UTF-8.
+template <typename Use>
+void for_each_piece(const std::string& word, PieceLengths lengths, const Use& use) {
+  const std::string padded = " " + word + " ";
+  std::vector<std::size_t> starts;
+  for (std::size_t byte = 0; byte != padded.size(); ++byte) {
+    if (!continues_character(padded[byte])) {
+      starts.push_back(byte);
+    }
   }
+  starts.push_back(padded.size());
+  const std::size_t character_count = starts.size() - 1;
+  for (std::size_t length = lengths.shortest; length <= lengths.longest; ++length) {
+    for (std::size_t c = 0; c + length <= character_count; ++c) {
+      use(padded.substr(starts[c], starts[c + length] - starts[c]));
+    }
+  }
+}
+
+// Logarithms may differ in the last bit from one processor to the next; in single precision they
+// practically never do.
+double log_of(double value) {
+  return static_cast<double>(static_cast<float>(std::log(value)));
+}
+
+void add_feature(int id, double value, SparseVector& vector, double& square) {
+  vector.push_back({id, static_cast<float>(value)});
+  square += value * value;
 }
 
 void scale_to_length_1(SparseVector& vector, double square) {
   const double length = std::sqrt(square);
   if (length > 0.0) {
     for (Feature& feature : vector) {
-      feature.value /= length;
+      feature.value = static_cast<float>(static_cast<double>(feature.value) / length);
     }
   }
 }
@@ -59,37 +72,42 @@ double dot(const SparseVector& first, const SparseVector& second) {
       ++other;
     }
     if (other != second.end() && other->id == feature.id) {
-      sum += feature.value * other->value;
+      sum += static_cast<double>(feature.value) * static_cast<double>(other->value);
     }
   }
   return sum;
 }
 
-Views::Views(const Model& model, const std::vector<std::vector<std::string>>& sentences)
-    : model_(model) {
+Views::Views(const Model& model, const std::vector<SentenceText>& sentences) : model_(model) {
+  const PieceLengths lengths = piece_lengths(model.language());
   std::vector<std::size_t> sentences_with;
-  for (const std::vector<std::string>& stems : sentences) {
-    std::set<int> met;
-    for (const std::string& stem : stems) {
+  std::vector<std::size_t> last_sentence_with;  // counted from 1
+  for (std::size_t j = 0; j != sentences.size(); ++j) {
+    for (const std::string& stem : sentences[j].stems) {
       if (!model_.knows(stem)) {
         new_words_.try_emplace(stem, static_cast<int>(word_count()));
       }
-      for (const std::string& piece : pieces_of(stem)) {
-        const int next = static_cast<int>(sentences_with.size());
-        const auto [entry, is_new] = piece_ids_.try_emplace(piece, next);
+    }
+    for (const std::string& word : sentences[j].words) {
+      for_each_piece(word, lengths, [&](std::string&& piece) {
+        const std::size_t next = sentences_with.size();
+        const auto [entry, is_new] =
+            piece_ids_.try_emplace(std::move(piece), static_cast<int>(next));
         if (is_new) {
           sentences_with.push_back(0);
+          last_sentence_with.push_back(0);
         }
-        if (met.insert(entry->second).second) {
-          ++sentences_with[static_cast<std::size_t>(entry->second)];
+        const auto id = static_cast<std::size_t>(entry->second);
+        if (last_sentence_with[id] != j + 1) {
+          last_sentence_with[id] = j + 1;
+          ++sentences_with[id];
         }
-      }
+      });
     }
   }
   const auto sentence_count = static_cast<double>(sentences.size());
   for (const std::size_t count : sentences_with) {
-    piece_idf_.push_back(std::log((1.0 + sentence_count) / (1.0 + static_cast<double>(count))) +
-                         1.0);
+    piece_idf_.push_back(1.0 + log_of((1.0 + sentence_count) / (1.0 + static_cast<double>(count))));
   }
 }
 
@@ -113,9 +131,10 @@ SparseVector Views::words(const std::vector<std::string>& stems) const {
   for (const std::string& stem : stems) {
     const int id = word_id(stem);
     const double weight = weight_of(id);
-    square += weight * weight;
     if (id >= 0) {
-      vector.push_back({id, weight});
+      add_feature(id, weight, vector, square);
+    } else {
+      square += weight * weight;
     }
   }
   std::sort(vector.begin(), vector.end(),
@@ -124,79 +143,56 @@ SparseVector Views::words(const std::vector<std::string>& stems) const {
   return vector;
 }
 
-SparseVector Views::characters(const std::vector<std::string>& stems) const {
+SparseVector Views::characters(const std::vector<std::string>& words) const {
   std::vector<int> ids;
-  for (const std::string& stem : stems) {
-    const std::vector<int> of_stem = piece_ids(stem);
-    ids.insert(ids.end(), of_stem.begin(), of_stem.end());
+  for (const std::string& word : words) {
+    add_piece_ids(word, ids);
   }
   std::sort(ids.begin(), ids.end());
   SparseVector vector;
   double square = 0.0;
   for (auto first = ids.begin(); first != ids.end();) {
     const auto last = std::upper_bound(first, ids.end(), *first);
+    const double idf = piece_idf_[static_cast<std::size_t>(*first)];
     const double count = static_cast<double>(last - first);
-    const double value = (1.0 + std::log(count)) * piece_idf_[static_cast<std::size_t>(*first)];
-    square += value * value;
-    vector.push_back({*first, value});
+    add_feature(*first, (1.0 + log_of(count)) * idf, vector, square);
     first = last;
   }
   scale_to_length_1(vector, square);
   return vector;
 }
 
-std::vector<int> Views::piece_ids(const std::string& stem) const {
-  std::vector<int> ids;
-  for (const std::string& piece : pieces_of(stem)) {
-    const auto entry = piece_ids_.find(piece);
-    if (entry != piece_ids_.end()) {
-      ids.push_back(entry->second);
-    }
-  }
-  std::sort(ids.begin(), ids.end());
-  return ids;
-}
-
-std::vector<SparseVector> Views::character_parts(const std::vector<std::string>& stems,
-                                                 const SparseVector& whole) const {
-  std::vector<SparseVector> parts;
+std::vector<std::map<int, double>> Views::character_parts(const std::vector<std::string>& words,
+                                                          const SparseVector& whole) const {
+  std::vector<std::map<int, double>> parts;
   std::map<int, double> counts;
-  for (const std::string& stem : stems) {
-    SparseVector& part = parts.emplace_back();
-    for (const int id : piece_ids(stem)) {
+  for (const std::string& word : words) {
+    std::map<int, double>& part = parts.emplace_back();
+    std::vector<int> ids;
+    add_piece_ids(word, ids);
+    for (const int id : ids) {
+      part[id] += 1.0;
       counts[id] += 1.0;
-      if (part.empty() || part.back().id != id) {
-        part.push_back({id, 0.0});
-      }
-      part.back().value += 1.0;
     }
   }
-  std::map<int, double> values;
   for (const Feature& feature : whole) {
-    values[feature.id] = feature.value;
-  }
-  for (SparseVector& part : parts) {
-    for (Feature& feature : part) {
-      feature.value *= values[feature.id] / counts[feature.id];
+    for (std::map<int, double>& part : parts) {
+      const auto entry = part.find(feature.id);
+      if (entry != part.end()) {
+        entry->second *= static_cast<double>(feature.value) / counts[feature.id];
+      }
     }
   }
   return parts;
 }
 
-std::vector<std::string> Views::pieces_of(const std::string& stem) const {
-  const PieceLengths lengths = piece_lengths(model().language);
-  const std::u32string padded = U" " + VX::Dialog::detail::characters_of(stem) + U" ";
-  std::vector<std::string> pieces;
-  for (std::size_t length = lengths.shortest; length <= lengths.longest; ++length) {
-    for (std::size_t begin = 0; begin + length <= padded.size(); ++begin) {
-      std::string piece;
-      for (const char32_t character : padded.substr(begin, length)) {
-        append_utf8(piece, character);
-      }
-      pieces.push_back(std::move(piece));
+void Views::add_piece_ids(const std::string& word, std::vector<int>& ids) const {
+  for_each_piece(word, piece_lengths(model().language), [&](const std::string& piece) {
+    const auto entry = piece_ids_.find(piece);
+    if (entry != piece_ids_.end()) {
+      ids.push_back(entry->second);
     }
-  }
-  return pieces;
+  });
 }
 
 }  // namespace velmora::detail
