@@ -6,13 +6,16 @@
 //
 // Layout, all numbers in the machine's own form: "VLMTRAIN", fingerprint (8 bytes), sweeps done,
 // dimensions, words (8 bytes each), the factors column by column (4 bytes each), checksum of all
-// that (8 bytes). Used by training.cpp. Tested by tests/checkpoint-test.cpp.
+// that (8 bytes). Used by training.cpp and sweeps.cpp. Tested by tests/checkpoint-test.cpp.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 #include <Eigen/Core>
+
+#include "descriptor.hpp"
 
 namespace velmora::trainer {
 
@@ -23,10 +26,34 @@ struct Checkpoint {
   Eigen::MatrixXf word_factors;
 };
 
-/// The file appears whole or not at all. Throws Failure.
-void write_checkpoint(const Checkpoint& checkpoint, const std::filesystem::path& path);
+/// The file of a checkpoint, held for one run: no other run can hold it until the object or the
+/// process ends.
+class CheckpointFile {
+ public:
+  /// Creates an empty file where there is none. Clears what killed runs have left beside it. Throws
+  /// Failure when the file can't be written, is neither empty nor a checkpoint, or is held by
+  /// another run.
+  explicit CheckpointFile(const std::filesystem::path& path);
+  /// Removes a file that was created and never written.
+  ~CheckpointFile();
+  CheckpointFile(const CheckpointFile&) = delete;
+  CheckpointFile& operator=(const CheckpointFile&) = delete;
 
-/// Throws Failure for a file that can't be read, is no checkpoint, or is damaged.
-Checkpoint read_checkpoint(const std::filesystem::path& path);
+  const std::filesystem::path& path() const { return path_; }
+
+  /// Nothing when no sweep has been saved yet. Throws Failure for a damaged file.
+  std::optional<Checkpoint> read() const;
+
+  /// The new content appears whole or not at all. Throws Failure.
+  void write(const Checkpoint& checkpoint);
+
+ private:
+  void hold();
+  void remove_leftovers() const;
+
+  std::filesystem::path path_;
+  Descriptor held_;
+  bool created_ = false;
+};
 
 }  // namespace velmora::trainer

@@ -8,17 +8,20 @@
 #include "../../src/support/eigen-cache-sizes.hpp"
 #include "interrupt.hpp"
 #include "options.hpp"
+#include "standard-output.hpp"
 #include "training.hpp"
 
 int main(int argc, char** argv) {
   using namespace velmora::trainer;
-  const ParsedOptions parsed = parse_options(argc, argv);
-  if (parsed.exit_status) {
-    return *parsed.exit_status;
-  }
-  VX::Dialog::detail::fix_eigen_cache_sizes();
-  watch_for_interrupts();
+  prepare_standard_streams();
   try {
+    const ParsedOptions parsed = parse_options(argc, argv);
+    if (parsed.exit_status) {
+      flush_output();
+      return *parsed.exit_status;
+    }
+    VX::Dialog::detail::fix_eigen_cache_sizes();
+    watch_for_interrupts();
     const TrainingSettings& settings = parsed.options.training;
     if (parsed.options.stems_only.empty()) {
       train_model(settings);

@@ -7,6 +7,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <velmora/model.hpp>
+
+#include "command-line.hpp"
+
 namespace velmora::trainer {
 
 namespace {
@@ -15,7 +19,7 @@ constexpr const char* kDescription =
     "Trains a latent model on text: corpora in, a model directory out.\n"
     "A line of a corpus is a document: text, or label<TAB>text, where the label names the source.";
 
-// Not a number, which no comparison lets through, for a text that is none.
+// NaN, which no comparison lets through, for a text that is not a number.
 double number_of(const std::string& text) {
   double number = 0.0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -28,8 +32,8 @@ CLI::Validator between(double smallest, double largest) {
     const double number = number_of(text);
     return number >= smallest && number <= largest
                ? std::string()
-               : "'" + text + "' is no number from " + CLI::detail::to_string(smallest) + " to " +
-                     CLI::detail::to_string(largest);
+               : "'" + text + "' is not a number from " + CLI::detail::to_string(smallest) +
+                     " to " + CLI::detail::to_string(largest);
   };
   return CLI::Validator(check, "");
 }
@@ -68,8 +72,9 @@ void add_input_options(CLI::App& app, Options& options, RawOptions& raw) {
   CorpusInput& corpus = options.training.corpus;
   app.add_option("CORPUS", corpus.files, "Files of text, or of stems")->required();
   app.add_option("--language", corpus.language,
-                 "Language of the stemmer: enu, frf or jpj; words of others are taken as they are")
-      ->type_name("CODE");
+                 "Language of the stemmer; stem text of other languages yourself (--stemmed)")
+      ->check(CLI::IsMember(velmora::Model::known_languages()).description(""))
+      ->type_name("enu|frf|jpj");
   app.add_option("--stems-only", options.stems_only,
                  "Only stem: write a line \"label<TAB>stem stem ...\" for each line of the corpora")
       ->type_name("FILE");
@@ -179,16 +184,14 @@ ParsedOptions parse_options(int argc, char** argv) {
   add_output_options(app, settings);
   add_training_options(app, settings);
   add_run_options(app, settings);
-  try {
-    app.parse(argc, argv);
+  app.callback([&] {
     settings.everyday.insert(raw.everyday.begin(), raw.everyday.end());
     for (const std::string& text : raw.label_weights) {
       add_label_weight(text, settings.label_weights);
     }
     check_together(options);
-  } catch (const CLI::ParseError& error) {
-    parsed.exit_status = app.exit(error) == 0 ? 0 : 2;
-  }
+  });
+  parsed.exit_status = parse_command_line(app, argc, argv);
   settings.factorisation.threads = settings.corpus.threads;
   settings.model.missing_weight = settings.factorisation.missing_weight;
   return parsed;

@@ -1,7 +1,7 @@
-// Implementation of output-file.hpp.
 #include "output-file.hpp"
 
 #include <fcntl.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -27,10 +27,9 @@ bool synchronise(int descriptor) {
   return fsync(descriptor) == 0 || errno == EINVAL || errno == EROFS;
 }
 
-fs::path path_to_write(const fs::path& path) {
+bool is_special(const fs::path& path) {
   const fs::file_status status = fs::status(path);
-  const bool is_special = fs::exists(status) && !fs::is_regular_file(status);
-  return is_special ? path : fs::path(path.string() + ".partial");
+  return fs::exists(status) && !fs::is_regular_file(status);
 }
 
 }  // namespace
@@ -40,6 +39,18 @@ OutputFile::OutputFile(fs::path path) : path_(std::move(path)), file_(nullptr) {
   if (file_ == nullptr) {
     fail_to_write(path_, errno);
   }
+}
+
+OutputFile::OutputFile(fs::path path, std::FILE* file) : path_(std::move(path)), file_(file) {}
+
+OutputFile OutputFile::with_unique_name(const fs::path& pattern) {
+  std::string path = pattern.string();
+  const int descriptor = mkostemp(path.data(), O_CLOEXEC);
+  if (descriptor < 0) {
+    fail_to_write(pattern, errno);
+  }
+  fchmod(descriptor, permitted_mode(0666));
+  return {path, fdopen(descriptor, "wb")};
 }
 
 OutputFile::~OutputFile() {
@@ -64,25 +75,33 @@ void OutputFile::close() {
 }
 
 ReplacedFile::ReplacedFile(fs::path path)
-    : path_(std::move(path)), written_path_(path_to_write(path_)), file_(written_path_) {}
+    : path_(std::move(path)),
+      file_(is_special(path_) ? OutputFile(path_)
+                              : OutputFile::with_unique_name(path_.string() + ".partial-XXXXXX")) {}
 
 ReplacedFile::~ReplacedFile() {
-  if (!published_ && written_path_ != path_) {
+  if (!published_ && written_path() != path_) {
     std::error_code ignored;  // nothing left to do for a file that can't be removed
-    fs::remove(written_path_, ignored);
+    fs::remove(written_path(), ignored);
   }
 }
 
 void ReplacedFile::publish() {
   file_.close();
-  if (written_path_ != path_) {
+  if (written_path() != path_) {
     std::error_code error;
-    fs::rename(written_path_, path_, error);
+    fs::rename(written_path(), path_, error);
     if (error) {
       throw Failure("cannot write " + path_.string() + ": " + error.message());
     }
   }
   published_ = true;
+}
+
+mode_t permitted_mode(mode_t mode) {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return mode & ~mask;
 }
 
 void bring_to_disk(const fs::path& path) {

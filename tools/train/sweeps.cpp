@@ -1,10 +1,11 @@
 #include "sweeps.hpp"
 
+#include <cstdio>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "checkpoint.hpp"
 #include "failure.hpp"
 #include "fingerprint.hpp"
 #include "progress.hpp"
@@ -38,22 +39,25 @@ std::uint64_t training_fingerprint(const TrainingSettings& settings, const Train
   return fingerprint.value();
 }
 
-Checkpoint resumed_checkpoint(const TrainingSettings& settings, std::uint64_t fingerprint) {
-  const std::string name = "checkpoint " + settings.checkpoint.string();
-  Checkpoint state = read_checkpoint(settings.checkpoint);
+void check_resumed(const Checkpoint& state, const CheckpointFile& file,
+                   const TrainingSettings& settings, std::uint64_t fingerprint) {
+  const std::string name = "checkpoint " + file.path().string();
   if (state.fingerprint != fingerprint) {
     throw Failure(name + " belongs to other corpora or other settings");
   }
   if (state.sweeps > static_cast<std::uint64_t>(settings.sweeps)) {
     throw Failure(name + " has " + std::to_string(state.sweeps) + " sweeps already (--sweeps)");
   }
-  return state;
 }
 
-Checkpoint first_checkpoint(const TrainingSettings& settings, const TrainingCorpus& corpus) {
+Checkpoint first_state(const TrainingSettings& settings, const TrainingCorpus& corpus,
+                       const CheckpointFile* checkpoint) {
   const std::uint64_t fingerprint = training_fingerprint(settings, corpus);
-  if (settings.resume && std::filesystem::exists(settings.checkpoint)) {
-    return resumed_checkpoint(settings, fingerprint);
+  if (settings.resume && checkpoint != nullptr) {
+    if (std::optional<Checkpoint> saved = checkpoint->read()) {
+      check_resumed(*saved, *checkpoint, settings, fingerprint);
+      return *std::move(saved);
+    }
   }
   Checkpoint state;
   state.fingerprint = fingerprint;
@@ -64,8 +68,9 @@ Checkpoint first_checkpoint(const TrainingSettings& settings, const TrainingCorp
 
 }  // namespace
 
-Eigen::MatrixXf run_sweeps(const TrainingSettings& settings, const TrainingCorpus& corpus) {
-  Checkpoint state = first_checkpoint(settings, corpus);
+Eigen::MatrixXf run_sweeps(const TrainingSettings& settings, const TrainingCorpus& corpus,
+                           CheckpointFile* checkpoint) {
+  Checkpoint state = first_state(settings, corpus, checkpoint);
   const auto sweeps = static_cast<std::uint64_t>(settings.sweeps);
   const double work = sweep_work(corpus, settings.factorisation);
   Progress progress("training", work * static_cast<double>(sweeps - state.sweeps),
@@ -79,8 +84,8 @@ Eigen::MatrixXf run_sweeps(const TrainingSettings& settings, const TrainingCorpu
     ++state.sweeps;
     progress.say("sweep " + std::to_string(state.sweeps) + " of " + std::to_string(sweeps) +
                  ": objective " + text_of(objective));
-    if (!settings.checkpoint.empty()) {
-      write_checkpoint(state, settings.checkpoint);
+    if (checkpoint != nullptr) {
+      checkpoint->write(state);
     }
   }
   progress.finish("");

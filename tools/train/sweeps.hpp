@@ -5,12 +5,16 @@
 
 #include <Eigen/Core>
 
+#include "checkpoint.hpp"
 #include "training-settings.hpp"
 
 namespace velmora::trainer {
 
 /// Word factors (D x V) after the last sweep. Throws Failure when the checkpoint can't be written,
 /// or does not belong to this corpus and these settings.
-Eigen::MatrixXf run_sweeps(const TrainingSettings& settings, const TrainingCorpus& corpus);
+///
+/// checkpoint   null for none; settings.resume goes on from it
+Eigen::MatrixXf run_sweeps(const TrainingSettings& settings, const TrainingCorpus& corpus,
+                           CheckpointFile* checkpoint);
 
 }  // namespace velmora::trainer

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include <zu/log.hpp>
 
+#include "checkpoint.hpp"
 #include "corpus.hpp"
 #include "failure.hpp"
 #include "output-directory.hpp"
@@ -117,13 +119,6 @@ ModelSettings refine_factors(const TrainingSettings& settings, const TrainingCor
   return refined;
 }
 
-// A checkpoint that can't be written is better reported now than after the first sweep.
-void check_checkpoint_place(const TrainingSettings& settings) {
-  if (!settings.checkpoint.empty()) {
-    const ReplacedFile probe(settings.checkpoint);
-  }
-}
-
 void report_words_without_factors(Progress::Show show, const Eigen::MatrixXd& word_factors) {
   Eigen::Index empty = 0;
   for (Eigen::Index word = 0; word != word_factors.cols(); ++word) {
@@ -155,10 +150,13 @@ void write_stems(const CorpusInput& corpus, const fs::path& path, Progress::Show
 void train_model(const TrainingSettings& settings) {
   // The library reports every file that it writes or reads.
   zu::log::setLevel(zu::log::Level::warning);
-  check_checkpoint_place(settings);
+  std::optional<CheckpointFile> checkpoint;
+  if (!settings.checkpoint.empty()) {
+    checkpoint.emplace(settings.checkpoint);
+  }
   OutputDirectory output(settings.output, settings.force);
   const TrainingCorpus corpus = prepare_corpus(settings, output.path());
-  Eigen::MatrixXf word_factors = run_sweeps(settings, corpus);
+  Eigen::MatrixXf word_factors = run_sweeps(settings, corpus, checkpoint ? &*checkpoint : nullptr);
   const ModelSettings model = settings.refinement.steps == 0
                                   ? settings.model
                                   : refine_factors(settings, corpus, word_factors);

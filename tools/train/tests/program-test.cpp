@@ -1,6 +1,7 @@
 // The program as a user meets it: what it makes, what it says, and what it leaves behind.
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <gmock/gmock.h>
@@ -40,6 +41,24 @@ class Program : public testing::Test {
     const std::string command =
         "cd " + directory.path() + " && " + before + " " VELMORA_TRAIN " " + arguments + " 2>said";
     const int status = std::system(command.c_str());
+    said = directory.read("said");
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+  // Runs it on the corpus, which it gets only after `meanwhile` (a shell command) has run.
+  int run_with_pause(const std::string& arguments, const std::string& meanwhile) {
+    directory.write(
+        "run",
+        "mkfifo pipe; marks() { ls *.partial-*/.velmora-train 2>messages; }\n"
+        "before=$(marks)\n" VELMORA_TRAIN " --stemmed --dim 5 " +
+            arguments +
+            " pipe 2>said & program=$!\n"
+            "until ! kill -0 $program || { now=$(marks) && [ \"$now\" != \"$before\" ]; }\n"
+            "do sleep 0.02; done 2>messages\n" +
+            meanwhile +
+            "\n(timeout 3 sh -c 'cat corpus >pipe') 2>messages\n"
+            "wait $program; status=$?; rm -f pipe messages run; exit $status\n");
+    const int status = std::system(("cd " + directory.path() + " && sh run").c_str());
     said = directory.read("said");
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
@@ -97,8 +116,12 @@ struct FailureCase {
 const FailureCase kFailureCases[] = {
     {"", 2, "CORPUS is required"},
     {"--output new corpus", 2, "--language is required"},
+    {"--language eng --output new corpus", 2, "eng not in {enu,frf,jpj}"},
     {"--stemmed --output new --resume corpus", 2, "--resume needs --checkpoint"},
-    {"--stemmed --output new --dim 0 corpus", 2, "'0' is no number from 1 to 2000"},
+    {"--help >/dev/full", 1, "No space left on device"},
+    {"--stemmed --output new --checkpoint corpus corpus", 1, "is not a checkpoint"},
+    {"--stemmed --output new latin", 1, "latin:2: ill-formed UTF-8"},
+    {"--stemmed --output new --dim 0 corpus", 2, "'0' is not a number from 1 to 2000"},
     {"--stemmed --output new absent", 1, "absent: No such file or directory"},
     {"--stemmed --output new empty", 1, "the corpora hold no words"},
     {"--stemmed --output new --min-count 99999 corpus", 1, "fewer than two words"},
@@ -107,24 +130,86 @@ const FailureCase kFailureCases[] = {
     {"--stemmed --output corpus corpus", 1, "a file of that name is there"},
     {"--stemmed --output model corpus", 1, "--force replaces a model"},
     {"--stemmed --output . --force corpus", 1, "which belongs to no model; not replaced"},
-    {"--stemmed --output new --checkpoint corpus --resume corpus", 1, "is no checkpoint"},
+    {"--stemmed --output new --checkpoint corpus --resume corpus", 1, "is not a checkpoint"},
     {"--stemmed --stems-only /dev/full corpus", 1, "No space left on device"},
 };
 
 TEST_F(Program, FailuresAreToldAndLeaveNothing) {
   directory.write("corpus", many_stems(300));
   directory.write("empty", "a\t\n\n");
+  directory.write("latin", "a\tgo\nb\tca\xe9 ra\n");
   ASSERT_EQ(run("--stemmed --dim 5 --output model corpus"), 0) << said;
   const std::string model = model_of("model");
   for (const FailureCase& c : kFailureCases) {
     SCOPED_TRACE(c.arguments);
     EXPECT_EQ(run(c.arguments), c.status);
     EXPECT_THAT(said, testing::HasSubstr(c.message));
-    expect_only({"corpus", "empty", "model"});
+    expect_only({"corpus", "empty", "latin", "model"});
   }
   EXPECT_EQ(model_of("model"), model);
   EXPECT_EQ(run("--stemmed --dim 6 --output model/ --force corpus"), 0) << said;
   EXPECT_NE(model_of("model"), model);
+}
+
+const std::pair<const char*, const char*> kAppearances[] = {
+    {"mkdir new; echo mine >new/file", "it is not empty"},
+    {"mkdir -p new/dictionary; echo mine >new/file", "it is not empty"},
+    {"echo mine >new", "Not a directory"},
+};
+
+TEST_F(Program, WhatAppearsDuringTheTrainingStays) {
+  directory.write("corpus", many_stems(300));
+  for (const auto& [meanwhile, message] : kAppearances) {
+    SCOPED_TRACE(meanwhile);
+    EXPECT_EQ(run_with_pause("--output new", meanwhile), 1);
+    EXPECT_THAT(said, testing::HasSubstr(message));
+    EXPECT_EQ(directory.read(fs::is_directory(directory.path("new")) ? "new/file" : "new"),
+              "mine\n");
+    expect_only({"corpus", "new"});
+    fs::remove_all(directory.path("new"));
+  }
+  ASSERT_EQ(run("--stemmed --dim 4 --output new corpus"), 0) << said;
+  const std::string model = model_of("new");
+  EXPECT_EQ(run_with_pause("--output new --force", "echo mine >new/file"), 1);
+  EXPECT_EQ(directory.read("new/file"), "mine\n");
+  EXPECT_EQ(model_of("new"), model);
+  expect_only({"corpus", "new"});
+  fs::remove(directory.path("new/file"));
+  EXPECT_EQ(run("--stemmed --dim 5 --output new/ --force corpus"), 0) << said;
+  EXPECT_NE(model_of("new"), model);
+  EXPECT_FALSE(fs::exists(directory.path("new/.velmora-train")));
+}
+
+TEST_F(Program, OneOfManyTrainingsToOnePlaceSucceeds) {
+  directory.write("corpus", many_stems(300));
+  const std::string runs = "for seed in 1 2 3 4; do (" VELMORA_TRAIN
+                           " --quiet --stemmed --dim 5 --output a/b/new --seed $seed corpus "
+                           "2>>ignored; echo $? >>statuses) & done; wait";
+  ASSERT_EQ(std::system(("cd " + directory.path() + " && { " + runs + "; }").c_str()), 0);
+  const std::string statuses = directory.read("statuses");
+  EXPECT_EQ(std::count(statuses.begin(), statuses.end(), '0'), 1) << statuses;
+  EXPECT_EQ(std::count(statuses.begin(), statuses.end(), '1'), 3) << statuses;
+  model_of("a/b/new");
+  EXPECT_EQ(std::distance(fs::directory_iterator(directory.path("a/b")), {}), 1);
+}
+
+TEST_F(Program, WhatAKilledRunLeavesIsClearedByTheNext) {
+  directory.write("corpus", many_stems(300));
+  directory.write("new.partial-backup/dictionary", "mine");
+  EXPECT_EQ(run_with_pause("--output new", "kill -KILL $program"), 137);
+  std::string leftover;
+  for (const auto& entry : fs::directory_iterator(directory.path())) {
+    const std::string name = entry.path().filename().string();
+    leftover = name.starts_with("new.partial-") && name != "new.partial-backup" ? name : leftover;
+  }
+  EXPECT_TRUE(fs::exists(directory.path(leftover + "/.velmora-train"))) << leftover;
+  // The next run to the same place clears it, and leaves the directory of a third that still runs.
+  EXPECT_EQ(run_with_pause("--output new",
+                           VELMORA_TRAIN " --stemmed --dim 5 --output new corpus 2>messages"),
+            1);
+  EXPECT_THAT(said, testing::HasSubstr("it is not empty"));
+  model_of("new");
+  expect_only({"corpus", "new", "new.partial-backup"});
 }
 
 // A limit on the size of files stands for a full disk: every write beyond it fails. As the limit
@@ -161,7 +246,7 @@ TEST_F(Program, ASignalEndsTheRunAndKeepsTheCheckpoint) {
   for (const char* signal : {"INT", "TERM"}) {
     fs::remove(directory.path("point"));
     const std::string watch =
-        "while [ ! -e point ]; do sleep 0.05; done; kill -" + std::string(signal) + " $program";
+        "while [ ! -s point ]; do sleep 0.05; done; kill -" + std::string(signal) + " $program";
     const int status = std::system(("cd " + directory.path() + " && { " VELMORA_TRAIN " " + common +
                                     " 2>said & program=$!; " + watch + "; wait $program; }")
                                        .c_str());
