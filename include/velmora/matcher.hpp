@@ -34,32 +34,36 @@ struct ActiveData;
 struct MatcherData;
 }  // namespace detail
 
-/// Weights of the parts of a score. The defaults are the best that we found on eight public data
-/// sets; a host has no need to set them.
+/// Weights of the parts of a score. The defaults are the best that we found on public data sets; a
+/// host has no need to set them.
 ///
 /// With q, x and y for the views of the sentence (latent, words, characters; each of length 1) and
 /// f(j), w(j), c(j) for those of sentence j of a rule, the score of the rule is
 ///
-///     nearest * max_j q.f(j) + centre * q.F + ridge * q.r + kernel * k.a
-///       + g (words * (max_j x.w(j) + x.W) + characters * (max_j y.c(j) + y.C))
+///     nearest * max_j q.f(j) + centre * q.F + ridge * q.r + kernel * log10(m) * k.a
+///       + g / m * (words * (max_j x.w(j) + x.W) + characters * (max_j y.c(j) + y.C))
 ///
-/// divided by the sum of the weights that are in use. F, W and C are the sums of the rule's
-/// vectors, scaled to length 1. r is the column of the rule in a ridge regression from the latent
-/// vectors of all sentences to their rules. a is its column in a kernel ridge regression over the
-/// similarity k of two sentences in all three views. g, between 0 and 1, is
-/// min(1, max over the active rules of max_j x.w(j) / shared_words): the counting parts fade where
-/// no rule shares much with what was said.
+/// divided by the sum of the weights. F, W and C are the sums of the rule's vectors, scaled to
+/// length 1. r is the column of the rule in a ridge regression from the latent vectors of all
+/// sentences to their rules. a is its column in a kernel ridge regression over the similarity k of
+/// two sentences in all three views (0.4 latent, 0.3 words, 0.3 characters). m is the mean number
+/// of sentences a rule: a regression has much to say where rules have many sentences, and shared
+/// words where they have few. g, between 0 and 1, is min(1, max over the active rules of
+/// max_j x.w(j) / shared_words): the counting parts fade where no rule shares much with what was
+/// said.
 struct ScoreOptions {
-  double nearest = 1.0;
-  double centre = 1.0;
-  double ridge = 1.0;
-  double kernel = 1.0;
-  double words = 0.35;
-  double characters = 0.35;
-  /// How much of the words of a sentence a rule must share for the counting parts to count in full.
-  double shared_words = 0.6;
-  /// With more sentences than this the kernel ridge regression is left out: its cost grows with the
-  /// third power of their number.
+  double nearest = 0.75;
+  double centre = 1.25;
+  double ridge = 0.75;
+  double kernel = 2.0;
+  double words = 0.5;
+  double characters = 1.0;
+  /// How much of the words of a sentence a rule must share for the counting parts to count in full,
+  /// from 0 (they always do) to 1.
+  double shared_words = 1.0;
+  /// With more sentences than this the kernel ridge regression is left out, since the time to solve
+  /// it grows with the third power of their number (3,000: about two seconds). It is left out, too,
+  /// where sentences times rules are more than a million, since every query reads as many numbers.
   std::size_t kernel_sentences = 3000;
 };
 
@@ -159,7 +163,8 @@ class VELMORA_EXPORT Matcher {
   const std::vector<Rule>& rules() const noexcept;
   /// The rule with an id; null when there is none.
   const Rule* find(int id) const noexcept;
-  /// False when the kernel ridge regression was left out; see ScoreOptions::kernel_sentences.
+  /// False when the kernel ridge regression was left out: see ScoreOptions::kernel_sentences. Rules
+  /// of one sentence each have none either.
   bool uses_kernel() const noexcept;
 
   /// For the library itself.

@@ -78,6 +78,7 @@ MatcherData::MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& 
   }
   first_sentence.push_back(rule_of.size());
   see_sentences(progress);
+  weigh();
   solve();
   std::vector<std::size_t> places;
   for (const auto& [id, place] : by_id) {
@@ -100,6 +101,23 @@ void MatcherData::see_sentences(const Progress& progress) {
   }
 }
 
+void MatcherData::weigh() {
+  if (rules.empty()) {
+    return;
+  }
+  constexpr std::size_t kMostCoefficients = 1'000'000;
+  const double sentences_a_rule =
+      static_cast<double>(sentence_count()) / static_cast<double>(rules.size());
+  if (sentence_count() <= options.kernel_sentences &&
+      sentence_count() * rules.size() <= kMostCoefficients) {
+    kernel_weight = options.kernel * log_of(sentences_a_rule) / log_of(10.0);
+  }
+  word_weight = options.words / sentences_a_rule;
+  character_weight = options.characters / sentences_a_rule;
+  total_weight = options.nearest + options.centre + options.ridge + kernel_weight +
+                 2.0 * (word_weight + character_weight);
+}
+
 void MatcherData::solve() {
   const Eigen::MatrixXd& latent = sentences.latent;
   const auto rule_count = static_cast<Eigen::Index>(rules.size());
@@ -115,16 +133,12 @@ void MatcherData::solve() {
     character_scale.push_back(reciprocal(length_of_sum(sentences.characters, first, last)));
   }
 
-  total_weight = options.nearest + options.centre + options.ridge + 2.0 * options.words +
-                 2.0 * options.characters;
   ridge = ridge_inverse(latent);
   linear = options.ridge * (ridge * sums);
   for (Eigen::Index r = 0; r != rule_count; ++r) {
     linear.col(r) += options.centre * latent_scale[static_cast<std::size_t>(r)] * sums.col(r);
   }
-  if (options.kernel != 0.0 && sentence_count() <= options.kernel_sentences && !rules.empty()) {
-    kernel_weight = options.kernel;
-    total_weight += kernel_weight;
+  if (kernel_weight != 0.0) {
     kernel = kernel_columns(sentences, rule_of, rules.size());
     linear += kernel_weight * kKernelLatent * (latent * kernel);
   }

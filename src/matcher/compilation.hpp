@@ -44,8 +44,11 @@ struct MatcherData {
   Eigen::MatrixXd ridge;
   /// n x rules: the columns of the kernel ridge regression; no rows when it is left out.
   Eigen::MatrixXd kernel;
-  /// The weight of the latter in a score.
+  /// Its weight in a score.
   double kernel_weight = 0.0;
+  /// The weights of the counting parts.
+  double word_weight = 0.0;
+  double character_weight = 0.0;
   /// D x rules: all that is linear in the latent vector of a query, weighted.
   Eigen::MatrixXd linear;
   /// Sum of the weights that are in use.
@@ -60,6 +63,7 @@ struct MatcherData {
 
  private:
   void see_sentences(const Progress& progress);
+  void weigh();
   void solve();
 };
 

@@ -147,11 +147,11 @@ class RuleParts {
     const double latent = (j == nearest_.latent ? options.nearest : 0.0) +
                           options.centre * matcher_.latent_scale[rule_] +
                           kernel * detail::kKernelLatent;
-    const double words = counting_ * options.words *
+    const double words = counting_ * matcher_.word_weight *
                              ((j == nearest_.words ? 1.0 : 0.0) + matcher_.word_scale[rule_]) +
                          kernel * detail::kKernelWords;
     const double characters =
-        counting_ * options.characters *
+        counting_ * matcher_.character_weight *
             ((j == nearest_.characters ? 1.0 : 0.0) + matcher_.character_scale[rule_]) +
         kernel * detail::kKernelCharacters;
     for (const auto& [word, part] :

@@ -84,8 +84,9 @@ void Scores::add_counting_parts() {
     }
     const std::size_t place = index_.places[rule];
     most_shared = std::max(most_shared, nearest_words);
-    parts.push_back(options.words * (nearest_words + all_words * matcher_.word_scale[place]) +
-                    options.characters *
+    parts.push_back(matcher_.word_weight *
+                        (nearest_words + all_words * matcher_.word_scale[place]) +
+                    matcher_.character_weight *
                         (nearest_characters + all_characters * matcher_.character_scale[place]));
   }
   if (options.shared_words > 0.0) {
@@ -188,8 +189,8 @@ Nearest Scores::nearest(std::size_t rule) const {
   for (std::size_t s = first; s != last; ++s) {
     latent.push_back(latent_dot(s));
     together.push_back(options.nearest * latent.back() +
-                       counting_ *
-                           (options.words * words_[s] + options.characters * characters_[s]));
+                       counting_ * (matcher_.word_weight * words_[s] +
+                                    matcher_.character_weight * characters_[s]));
   }
   const auto sentence_of_highest = [&](auto from, auto to) {
     return index_.sentences[first + static_cast<std::size_t>(std::max_element(from, to) - from)];

@@ -42,12 +42,6 @@ void for_each_piece(const std::string& word, PieceLengths lengths, const Use& us
   }
 }
 
-// Logarithms may differ in the last bit from one processor to the next; in single precision they
-// practically never do.
-double log_of(double value) {
-  return static_cast<double>(static_cast<float>(std::log(value)));
-}
-
 void add_feature(int id, double value, SparseVector& vector, double& square) {
   vector.push_back({id, static_cast<float>(value)});
   square += value * value;
@@ -63,6 +57,10 @@ void scale_to_length_1(SparseVector& vector, double square) {
 }
 
 }  // namespace
+
+double log_of(double value) {
+  return static_cast<double>(static_cast<float>(std::log(value)));
+}
 
 double dot(const SparseVector& first, const SparseVector& second) {
   double sum = 0.0;

@@ -22,6 +22,10 @@ struct Feature {
 /// By ascending id, of length 1 or empty.
 using SparseVector = std::vector<Feature>;
 
+/// The natural logarithm in single precision: the last bits of a double may differ from one
+/// processor to the next.
+double log_of(double value);
+
 double dot(const SparseVector& first, const SparseVector& second);
 
 /// How a model and the rules of a dialogue see sentences.
