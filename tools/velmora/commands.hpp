@@ -16,3 +16,4 @@ void add_match_command(CLI::App& program, Action& action);
 void add_explain_command(CLI::App& program, Action& action);
 void add_lint_command(CLI::App& program, Action& action);
 void add_test_command(CLI::App& program, Action& action);
+void add_serve_command(CLI::App& program, Action& action);

@@ -30,6 +30,7 @@ int run(int argc, char** argv) {
   add_explain_command(program, action);
   add_lint_command(program, action);
   add_test_command(program, action);
+  add_serve_command(program, action);
   const std::optional<int> status = parse_command_line(program, argc, argv);
   const int result = status ? *status : action();
   flush_output();
