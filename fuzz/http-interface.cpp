@@ -1,4 +1,7 @@
-// The HTTP interface of `velmora serve` without its sockets: any request gets a reply that keeps its promises.
+// The HTTP interface of `velmora serve` without its sockets: any request gets a reply that keeps
+// its promises.
+#include "http-interface.hpp"
+
 #include <set>
 #include <string>
 
@@ -6,7 +9,6 @@
 
 #include <velmora/matcher.hpp>
 
-#include "http-interface.hpp"
 #include "support.hpp"
 
 namespace fuzz {
@@ -15,7 +17,8 @@ namespace {
 
 serve::Workbench make_workbench() {
   test::write_model(folder());
-  const std::string rules = folder().write("rules.tsv", "1\tgo up\n1\twalk\n2\tstop\n3\t<b>go</b>\n");
+  const std::string rules =
+      folder().write("rules.tsv", "1\tgo up\n1\twalk\n2\tstop\n3\t<b>go</b>\n");
   const std::string expectations = folder().write("expect.tsv", "1\tgo\n2\tup\n-\twalk\n");
   return {velmora::Model::load(folder().path(test::kLanguage + "/model"), "enu"),
           {rules, expectations}};

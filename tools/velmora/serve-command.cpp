@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "command-line.hpp"
 #include "commands.hpp"
 #include "dialogue.hpp"
 #include "messages.hpp"
@@ -38,8 +39,8 @@ int serve_dialogue(const ServeSettings& settings) {
   }
   serve::Workbench workbench(open_model(settings.dialogue), std::move(files));
   serve::serve_until_stopped(workbench, settings.server, [&](int port) {
-    std::cout << "http://" << settings.server.host << ":" << port
-              << "/  (Ctrl-C ends the server)" << std::endl;
+    std::cout << "http://" << settings.server.host << ":" << port << "/  (Ctrl-C ends the server)"
+              << std::endl;
   });
   return 0;
 }
@@ -64,6 +65,7 @@ void add_serve_command(CLI::App& program, Action& action) {
       ->add_option("--port", settings->server.port,
                    "Port to listen on (default: 8765); 0 for any free one")
       ->option_text("N")
-      ->check(CLI::Range(0, 65535));
-  command->callback([&action, settings] { action = [settings] { return serve_dialogue(*settings); }; });
+      ->check(number_between(0, 65535));
+  command->callback(
+      [&action, settings] { action = [settings] { return serve_dialogue(*settings); }; });
 }

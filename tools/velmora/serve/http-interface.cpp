@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
+
+#include <nlohmann/json.hpp>
 
 #include "page-files.hpp"
 
@@ -24,7 +25,8 @@ struct BadRequest {
 };
 
 Reply json_reply(const json& body) {
-  // Rules and sentences are checked UTF-8; what a stemmer cuts out of them is replaced if it is not.
+  // Rules and sentences are checked UTF-8; what a stemmer cuts out of them is replaced if it is
+  // not.
   return {200, kJson, body.dump(-1, ' ', false, json::error_handler_t::replace)};
 }
 
@@ -49,7 +51,8 @@ std::string sentence_of(const json& body) {
   }
   std::string sentence = found->get<std::string>();
   if (sentence.size() > kLongestSentence) {
-    throw BadRequest{400, "\"sentence\" has more than " + std::to_string(kLongestSentence) + " bytes"};
+    throw BadRequest{400,
+                     "\"sentence\" has more than " + std::to_string(kLongestSentence) + " bytes"};
   }
   return sentence;
 }
@@ -88,8 +91,8 @@ json explain(const json& body, Workbench& workbench) {
   if (id == body.end()) {
     throw BadRequest{400, "\"id\" must be the id of a rule"};
   }
-  const int rule_id = integer_of(*id, "\"id\"", std::numeric_limits<int>::min(),
-                                 std::numeric_limits<int>::max());
+  const int rule_id =
+      integer_of(*id, "\"id\"", std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
   std::optional<json> explanation = workbench.explain(sentence_of(body), rule_id);
   if (!explanation) {
     throw BadRequest{404, "there is no rule " + std::to_string(rule_id)};

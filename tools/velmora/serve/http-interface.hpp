@@ -1,7 +1,7 @@
 // The HTTP interface of `velmora serve`: requests to replies, without a socket.
 //
-// Used by http-server.cpp, which adds the transport. The page and hosts in other languages speak this interface;
-// page/openapi.yaml describes it. Tested by
+// Used by http-server.cpp, which adds the transport. The page and hosts in other languages speak
+// this interface; page/openapi.yaml describes it. Tested by
 // tools/velmora/tests/serve_transport_test.py and fuzz/http-interface.cpp.
 #pragma once
 
@@ -38,19 +38,21 @@ struct Address {
 
 /// Sentences of more bytes than this are refused.
 inline constexpr std::size_t kLongestSentence = 2000;
-/// Bodies of more bytes than this are refused: the longest sentence with every byte escaped, and room.
+/// Bodies of more bytes than this are refused: the longest sentence with every byte escaped, and
+/// room.
 inline constexpr std::size_t kLargestBody = 16 * 1024;
 
 /// {"error": text} under a status.
 Reply error_reply(int status, const std::string& text);
 
-/// The refusal of a request that must not be answered whatever it asks for, to be given before its body is read, or
-/// status 0: a Host header that is not this server's (a page from elsewhere can rename its address to loopback, but
-/// not the header), an Origin of another site, a body that comes in chunks or compressed (its size is not known).
+/// The refusal of a request that must not be answered whatever it asks for, to be given before its
+/// body is read, or status 0: a Host header that is not this server's (a page from elsewhere can
+/// rename its address to loopback, but not the header), an Origin of another site, a body that
+/// comes in chunks or compressed (its size is not known).
 Reply refusal(const Request& request, const Address& address);
 
-/// The reply to a request that refusal() lets through. Nothing is thrown for a bad request: it is a reply of 400, 404,
-/// 405, 413 or 415 with a JSON error. Safe from any thread.
+/// The reply to a request that refusal() lets through. Nothing is thrown for a bad request: it is a
+/// reply of 400, 404, 405, 413 or 415 with a JSON error. Safe from any thread.
 Reply reply_to(const Request& request, Workbench& workbench);
 
 }  // namespace serve

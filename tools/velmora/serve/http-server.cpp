@@ -1,12 +1,13 @@
 #include "http-server.hpp"
 
-#include <httplib.h>
-
 #include <atomic>
 #include <csignal>
 #include <memory>
 #include <semaphore>
 #include <utility>
+
+#include <httplib.h>
+
 #include <velmora/error.hpp>
 
 #include "http-interface.hpp"
@@ -15,15 +16,16 @@ namespace serve {
 
 namespace {
 
-constexpr std::size_t kThreads = 32;         // connections that are answered at once
-constexpr std::size_t kMostConnections = 64;  // accepted at once; further ones wait in the kernel's queue
+constexpr std::size_t kThreads = 32;  // connections that are answered at once
+constexpr std::size_t kMostConnections =
+    64;  // accepted at once; further ones wait in the kernel's queue
 constexpr time_t kSecondsToRead = 5;
 constexpr time_t kSecondsToWrite = 5;
 constexpr time_t kSecondsKeptAlive = 5;
 constexpr std::size_t kRequestsOfAConnection = 100'000;
 
-/// A pool that makes the accepting thread wait while kMostConnections are open, so that neither memory nor file
-/// descriptors follow what clients do.
+/// A pool that makes the accepting thread wait while kMostConnections are open, so that neither
+/// memory nor file descriptors follow what clients do.
 class BoundedPool : public httplib::TaskQueue {
  public:
   BoundedPool() : free_(static_cast<std::ptrdiff_t>(kMostConnections)), pool_(kThreads) {}
@@ -69,7 +71,8 @@ void send(Reply reply, httplib::Response& response) {
 void set_headers(httplib::Server& server) {
   server.set_default_headers({
       {"Content-Security-Policy",
-       "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src 'self'; "
+       "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src "
+       "'self'; "
        "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
       {"X-Content-Type-Options", "nosniff"},
       {"Referrer-Policy", "no-referrer"},

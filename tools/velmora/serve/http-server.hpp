@@ -13,8 +13,8 @@ struct ServerOptions {
   int port = 8765;  ///< 0: any free port
 };
 
-/// Answers requests until SIGINT or SIGTERM. `ready` is called once, with the port, when connections are accepted.
-/// Throws velmora::Error when the address can't be listened on.
+/// Answers requests until SIGINT or SIGTERM. `ready` is called once, with the port, when
+/// connections are accepted. Throws velmora::Error when the address can't be listened on.
 void serve_until_stopped(Workbench& workbench, const ServerOptions& options,
                          const std::function<void(int port)>& ready);
 

@@ -1,7 +1,8 @@
 #include "sentence-map.hpp"
 
-#include <Eigen/Eigenvalues>
 #include <algorithm>
+
+#include <Eigen/Eigenvalues>
 
 namespace serve {
 
@@ -19,8 +20,8 @@ Eigen::MatrixXd without_zeros(const Eigen::MatrixXd& vectors) {
   return kept;
 }
 
-// The two axes of the largest spread as rows; an axis points to where its largest coefficient is positive, so that
-// the same rules always give the same map.
+// The two axes of the largest spread as rows; an axis points to where its largest coefficient is
+// positive, so that the same rules always give the same map.
 Eigen::MatrixXd principal_axes(const Eigen::MatrixXd& centred) {
   Eigen::MatrixXd axes = Eigen::MatrixXd::Zero(2, centred.rows());
   const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> solver(centred * centred.transpose());
@@ -37,7 +38,8 @@ Eigen::MatrixXd principal_axes(const Eigen::MatrixXd& centred) {
 }  // namespace
 
 SentenceMap::SentenceMap(const Eigen::MatrixXd& vectors)
-    : mean_(Eigen::VectorXd::Zero(vectors.rows())), axes_(Eigen::MatrixXd::Zero(2, vectors.rows())) {
+    : mean_(Eigen::VectorXd::Zero(vectors.rows())),
+      axes_(Eigen::MatrixXd::Zero(2, vectors.rows())) {
   const Eigen::MatrixXd known = without_zeros(vectors);
   if (known.size() == 0) {
     return;

@@ -1,9 +1,10 @@
 // Sentences as points in two dimensions: the principal components of their latent vectors.
 #pragma once
 
-#include <Eigen/Core>
 #include <optional>
 #include <vector>
+
+#include <Eigen/Core>
 
 namespace serve {
 
@@ -12,8 +13,9 @@ struct Point {
   double y = 0.0;
 };
 
-/// Projects D dimensions to the two in which a set of vectors differs most (K. Pearson, "On lines and planes of
-/// closest fit to systems of points in space", 1901), scaled so that the set fills -1 to 1.
+/// Projects D dimensions to the two in which a set of vectors differs most (K. Pearson, "On lines
+/// and planes of closest fit to systems of points in space", 1901), scaled so that the set fills -1
+/// to 1.
 class SentenceMap {
  public:
   /// vectors   D x n, a column a sentence; columns of zeros take no part

@@ -1,13 +1,15 @@
 #include "workbench.hpp"
 
-#include <Eigen/Core>
 #include <algorithm>
 #include <functional>
-#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include <Eigen/Core>
+#include <nlohmann/json.hpp>
+
 #include <velmora/error.hpp>
 #include <velmora/evaluation.hpp>
 #include <velmora/lint.hpp>
@@ -23,8 +25,8 @@ using nlohmann::json;
 namespace fs = std::filesystem;
 
 constexpr auto kBetweenLooks = std::chrono::seconds(1);
-// The map and the closeness take time and a page that grow with the square of the dialogue; of a larger one they show
-// the first so many.
+// The map and the closeness take time and a page that grow with the square of the dialogue; of a
+// larger one they show the first so many.
 constexpr std::size_t kMostSentencesOnMap = 3000;
 constexpr std::size_t kMostRulesInGrid = 150;
 constexpr std::size_t kMostPairs = 200;
@@ -38,7 +40,8 @@ struct FileStamp {
 };
 
 FileStamp stamp_of(const fs::path& path) {
-  std::error_code gone;  // a file that is gone for a moment, as editors leave it, is a change like any other
+  std::error_code
+      gone;  // a file that is gone for a moment, as editors leave it, is a change like any other
   FileStamp stamp;
   stamp.written = fs::last_write_time(path, gone);
   stamp.size = fs::file_size(path, gone);
@@ -68,16 +71,15 @@ class Lazy {
 
 Eigen::VectorXd latent_vector(const velmora::Model& model, const std::string& sentence) {
   const std::vector<double> values = model.vector(sentence);
-  return Eigen::Map<const Eigen::VectorXd>(values.data(),
-                                           static_cast<Eigen::Index>(values.size()));
+  return Eigen::Map<const Eigen::VectorXd>(values.data(), static_cast<Eigen::Index>(values.size()));
 }
 
 /// The first sentences of a dialogue with their latent vectors.
 struct SentenceVectors {
-  std::vector<const velmora::Rule*> rules;     ///< those with a column
-  std::vector<std::size_t> rule_of_column;     ///< index into `rules`
+  std::vector<const velmora::Rule*> rules;      ///< those with a column
+  std::vector<std::size_t> rule_of_column;      ///< index into `rules`
   std::vector<std::size_t> sentence_of_column;  ///< index into the sentences of the rule
-  Eigen::MatrixXd vectors;                     ///< D x n
+  Eigen::MatrixXd vectors;                      ///< D x n
 
   const std::string& text(std::size_t column) const {
     return rules[rule_of_column[column]]->sentences[sentence_of_column[column]];
@@ -121,8 +123,8 @@ bool contains(const std::vector<std::string>& sorted, const std::string& stem) {
   return std::binary_search(sorted.begin(), sorted.end(), stem);
 }
 
-// The sentence word by word, each with whether it is known. A word of several stems, as a sentence without blanks is
-// one, stays when some are known, and those that are not come behind it.
+// The sentence word by word, each with whether it is known. A word of several stems, as a sentence
+// without blanks is one, stays when some are known, and those that are not come behind it.
 json marked_words(const velmora::Model& model, const std::string& sentence,
                   const std::vector<std::string>& unknown) {
   json words = json::array();
@@ -152,8 +154,9 @@ json closest_pairs(const SentenceVectors& sentences, const Eigen::MatrixXd& clos
   std::vector<Pair> pairs;
   for (std::size_t first = 0; first != sentences.rules.size(); ++first) {
     for (std::size_t second = first + 1; second != sentences.rules.size(); ++second) {
-      pairs.push_back({closeness(static_cast<Eigen::Index>(second), static_cast<Eigen::Index>(first)),
-                       first, second});
+      pairs.push_back(
+          {closeness(static_cast<Eigen::Index>(second), static_cast<Eigen::Index>(first)), first,
+           second});
     }
   }
   const std::size_t count = std::min(kMostPairs, pairs.size());

@@ -1,17 +1,19 @@
 // What the workbench knows: rules, their matcher and expectations, renewed when the files change.
 //
-// Every question of the HTTP interface is one member that gives JSON as page/openapi.yaml describes it. Used by
-// http-interface.cpp. Tested by
-// tools/velmora/tests/browser_test.py and serve_transport_test.py.
+// Every question of the HTTP interface is one member that gives JSON as page/openapi.yaml describes
+// it. Used by http-interface.cpp. Tested by tools/velmora/tests/browser_test.py and
+// serve_transport_test.py.
 #pragma once
 
 #include <chrono>
 #include <filesystem>
 #include <memory>
 #include <mutex>
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
+
+#include <nlohmann/json_fwd.hpp>
+
 #include <velmora/matcher.hpp>
 
 namespace serve {
@@ -22,8 +24,8 @@ struct DialogueFiles {
   std::optional<std::filesystem::path> expectations;
 };
 
-/// Safe from any thread. Questions are answered from the state of the files at most a second ago; one that arrives
-/// while a changed file is being compiled is answered from the state before.
+/// Safe from any thread. Questions are answered from the state of the files at most a second ago;
+/// one that arrives while a changed file is being compiled is answered from the state before.
 class Workbench {
  public:
   /// Throws velmora::Error when a file can't be used.
@@ -32,8 +34,8 @@ class Workbench {
   Workbench(const Workbench&) = delete;
   Workbench& operator=(const Workbench&) = delete;
 
-  /// Which files, how many rules, and what is wrong with a file that has changed and can't be used: the state before
-  /// it then stays.
+  /// Which files, how many rules, and what is wrong with a file that has changed and can't be used:
+  /// the state before it then stays.
   nlohmann::json status();
   nlohmann::json rules();
   nlohmann::json match(const std::string& sentence, const velmora::MatchOptions& options);
