@@ -147,14 +147,17 @@ void JapaneseAnalyzer::add_stems(icu::UnicodeString text, StemList& stems) {
   std::string utf8;
   text.toUTF8String(utf8);
   string_view rest = utf8;
+  std::string part;
   while (!rest.empty()) {
-    const std::size_t end = end_of_part(rest);
-    add_stems_of_part(rest.substr(0, end), stems);
-    rest.remove_prefix(end);
+    part = rest.substr(0, end_of_part(rest));
+    add_stems_of_part(part, stems);
+    rest.remove_prefix(part.size());
   }
 }
 
-void JapaneseAnalyzer::add_stems_of_part(string_view part, StemList& stems) {
+void JapaneseAnalyzer::add_stems_of_part(const std::string& part, StemList& stems) {
+  // A part has a string of its own: after a blank at the end of its text MeCab goes on reading, up
+  // to a NUL.
   lattice_->set_sentence(part.data(), part.size());
   if (!tagger_->parse(lattice_.get())) {
     return;

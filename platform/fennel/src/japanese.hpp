@@ -6,7 +6,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <mecab.h>
@@ -37,7 +36,7 @@ class JapaneseAnalyzer {
   void add_stems(icu::UnicodeString text, StemList& stems);
 
  private:
-  void add_stems_of_part(std::string_view part, StemList& stems);
+  void add_stems_of_part(const std::string& part, StemList& stems);
 
   std::unique_ptr<MeCab::Tagger> tagger_;
   std::unique_ptr<MeCab::Lattice> lattice_;

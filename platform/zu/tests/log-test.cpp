@@ -100,22 +100,19 @@ TEST_F(Log, AHandlerMayThrowLogAndRemoveItself) {
   EXPECT_THAT(records, ElementsAre(text("hello"), text("re: hello")));
 }
 
-TEST_F(Log, AThreadThatIsCancelledHandsItsRecordOverFirst) {
+// The thread turns cancellation off before it is due: sanitizers lose track of the stack otherwise.
+TEST_F(Log, AThreadIsNotCancelledWhileItLogs) {
   const int canceller = addHandler([](const Record&) {
     pthread_cancel(pthread_self());
     pthread_testcancel();
   });
-  const auto log_and_go_on = [](void* of) -> void* {
-    say(static_cast<const Category*>(of), Level::info, "last words");
-    pthread_testcancel();
-    return of;
-  };
-  pthread_t thread = {};
-  void* result = nullptr;
-  ASSERT_EQ(pthread_create(&thread, nullptr, log_and_go_on, category), 0);
-  ASSERT_EQ(pthread_join(thread, &result), 0);
+  int state_after = PTHREAD_CANCEL_DISABLE;
+  std::thread([&] {
+    say(category, Level::info, "last words");
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &state_after);
+  }).join();
   removeHandler(canceller);
-  EXPECT_EQ(result, PTHREAD_CANCELED);
+  EXPECT_EQ(state_after, PTHREAD_CANCEL_ENABLE);
   EXPECT_THAT(records, ElementsAre(Field(&Record::text, "last words")));
 }
 
