@@ -28,6 +28,11 @@ class FENNEL_EXPORT Stemmer {
   /// stems     out: replaced by the stems in the order of the sentence, repeats included; none is
   ///           empty or holds white space
   ///
+  /// A megabyte takes some 50 ms and, without the stems, 10 MB of memory, which is given back. A
+  /// Japanese megabyte without a blank or punctuation mark may take a second: where a word may
+  /// begin, MeCab looks at the whole run of letters, digits or symbols, up to 1024 bytes. A host
+  /// that takes sentences from strangers should limit their length.
+  ///
   /// Throws only std::bad_alloc.
   void stem_sentence(const std::string& sentence, std::vector<std::string>& stems);
 
