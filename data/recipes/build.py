@@ -21,32 +21,14 @@ from pathlib import Path
 from corpus import write_corpus
 
 
-def write_stem_sets(stems, sets):
-    """Turns documents of stems into sets of stems.
-
-    The library counts a word of a sentence once, however often it occurs. A
-    model that is to fold in sentences is trained on documents of the same kind,
-    and two documents with the same words are then the same document.
-    """
-    with open(stems, "rb") as documents, open(sets, "wb") as result:
-        for line in documents:
-            label, _, words = line.rstrip(b"\n").partition(b"\t")
-            result.write(label + b"\t" + b" ".join(sorted(set(words.split()))) + b"\n")
-
-
-def train(*arguments):
-    subprocess.run([os.environ["VELMORA_TRAIN"], *arguments], check=True)
-
-
 def build(language, work):
     recipe = importlib.import_module(language)
     count = write_corpus(work / "corpus.tsv", recipe.documents())
     print(f"{count} documents", file=sys.stderr, flush=True)
-    train("--language", language, "--stems-only", work / "stems", work / "corpus.tsv")
-    write_stem_sets(work / "stems", work / "sets")
     everyday = [f"--everyday={label}" for label in recipe.EVERYDAY]
     weights = [f"--weight={label}={weight}" for label, weight in recipe.WEIGHTS.items()]
-    train("--stemmed", "--output", work / "model", *recipe.SETTINGS.split(), *everyday, *weights, work / "sets")
+    subprocess.run([os.environ["VELMORA_TRAIN"], "--language", language, "--stem-sets", "--output", work / "model",
+                    *recipe.SETTINGS.split(), *everyday, *weights, work / "corpus.tsv"], check=True)
 
 
 if __name__ == "__main__":
