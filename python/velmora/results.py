@@ -133,7 +133,7 @@ class Evaluation(NamedTuple):
 
 def answer_from(values: tuple) -> Answer:
     matches, unknown, margin = values
-    return Answer([Match._make(match) for match in matches], unknown, margin)
+    return Answer(list(map(Match._make, matches)), unknown, margin)
 
 
 def explanation_from(values: tuple) -> Explanation:
