@@ -25,8 +25,7 @@ velmora::Model open_model(const DialogueOptions& options) {
 velmora::Matcher open_matcher(const DialogueOptions& options) {
   velmora::Model model = open_model(options);
   std::vector<velmora::Rule> rules = velmora::read_rules(options.rules);
-  Progress progress("reading the rules");
-  velmora::ScoreOptions score_options;
-  (void)progress;
-  return velmora::Matcher(std::move(model), std::move(rules), score_options);
+  Progress progress("compiling the rules");
+  return velmora::Matcher(std::move(model), std::move(rules), {},
+                          [&](std::size_t done, std::size_t total) { progress.show(done, total); });
 }

@@ -11,11 +11,18 @@
 
 namespace {
 
-constexpr const char* kDescription =
-    "Tells why a rule gets its score for a sentence, as a table of pairs of words, strongest\n"
-    "first: a word that was said and a word of the rule, and what the pair adds to the score\n"
-    "because the two mean something alike (latent), are the same word (words) or share letters\n"
-    "(letters). All pairs together are the score.";
+constexpr const char* kDescription = "Shows why a rule gets its score for a sentence";
+
+constexpr const char* kFooter =
+    "The table lists pairs of words, the strongest first: a word that was said, a word of the "
+    "rule,\n"
+    "and what the pair adds to the score because the two are used alike (latent), are the same "
+    "word\n"
+    "(words) or share letters (letters). All pairs together are the score. \"(other rules)\" "
+    "stands\n"
+    "for what the sentences of other rules add or take away.\n"
+    "\n"
+    "Exit status: 0 when all went well, 1 on failure, 2 on wrong usage.";
 
 struct ExplainSettings {
   DialogueOptions dialogue;
@@ -35,12 +42,15 @@ int explain(const ExplainSettings& settings) {
 
 void add_explain_command(CLI::App& program, Action& action) {
   const auto settings = std::make_shared<ExplainSettings>();
-  CLI::App* command = program.add_subcommand("explain", kDescription);
+  CLI::App* command = program.add_subcommand("explain", kDescription)->footer(kFooter);
   add_dialogue_options(*command, settings->dialogue)->required();
   command->add_option("ID", settings->rule_id, "The rule")
+      ->option_text(" ")
       ->required()
       ->check(whole_number("a rule id", INT_MIN));
-  command->add_option("SENTENCE", settings->sentence, "What a user says")->required();
+  command->add_option("SENTENCE", settings->sentence, "What a user says")
+      ->option_text(" ")
+      ->required();
   command->add_option("--top", settings->top, "Show the N strongest pairs (default: 12)")
       ->option_text("N")
       ->check(whole_number("a number from 1 on", 1));

@@ -10,10 +10,15 @@
 
 namespace {
 
-constexpr const char* kDescription =
-    "Looks for what will make the rules of a dialogue match badly, and prints a warning with file\n"
-    "and line for each: words that the model does not know, sentences that say the same, rules\n"
-    "that are close to each other or whose own sentence finds another rule.";
+constexpr const char* kDescription = "Looks for what will make the rules match badly";
+
+constexpr const char* kFooter =
+    "Prints a warning with file and line for each word that the model does not know, sentences "
+    "that\n"
+    "say the same, rules that are too close to each other, and sentences that find another rule.\n"
+    "\n"
+    "Exit status: 0 when all went well, 1 on failure or with --strict and a warning, 2 on wrong\n"
+    "usage.";
 
 struct LintSettings {
   DialogueOptions dialogue;
@@ -37,7 +42,7 @@ int lint(const LintSettings& settings) {
 
 void add_lint_command(CLI::App& program, Action& action) {
   const auto settings = std::make_shared<LintSettings>();
-  CLI::App* command = program.add_subcommand("lint", kDescription);
+  CLI::App* command = program.add_subcommand("lint", kDescription)->footer(kFooter);
   add_dialogue_options(*command, settings->dialogue)->required();
   command->add_flag("--strict", settings->strict, "End with status 1 when there is a warning");
   command->callback([&action, settings] { action = [settings] { return lint(*settings); }; });

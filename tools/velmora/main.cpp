@@ -14,7 +14,7 @@
 namespace {
 
 constexpr const char* kDescription =
-    "Matches free user sentences against the rules of a dialogue, and helps to write the rules.";
+    "Matches free user sentences against the rules of a dialogue, and helps to write the rules";
 
 constexpr const char* kFooter = "velmora COMMAND --help tells more about a command.";
 
@@ -31,6 +31,9 @@ int run(int argc, char** argv) {
   add_lint_command(program, action);
   add_test_command(program, action);
   add_serve_command(program, action);
+  for (CLI::App* command : program.get_subcommands({})) {
+    command->set_help_all_flag();
+  }
   const std::optional<int> status = parse_command_line(program, argc, argv);
   const int result = status ? *status : action();
   flush_output();

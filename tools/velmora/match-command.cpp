@@ -12,11 +12,12 @@
 namespace {
 
 constexpr const char* kDescription =
-    "Ranks the rules of a dialogue for each sentence: at a prompt, or line by line from standard\n"
-    "input. Each line of the answer holds score, rule id, and the sentence of the rule that came\n"
-    "closest; words that neither model nor rules know are listed below.";
+    "Ranks the rules of a dialogue for each sentence, at a prompt or from standard input";
 
 constexpr const char* kFooter =
+    "Each line of an answer holds score, rule id, and the sentence of the rule that came closest;\n"
+    "words that neither the model nor the rules know are listed below.\n"
+    "\n"
     "At the prompt, :help lists the commands: :why, :top, :active, :reload, :quit.\n"
     "\n"
     "--published shows what a host gets that uses the class VX::Dialog::Velmora. With --snapshot\n"
@@ -65,6 +66,7 @@ void add_options(CLI::App& command, MatchSettings& settings) {
       ->excludes(apps)
       ->check(CLI::Validator(check_snapshot_name, ""));
   command.add_flag("--verbose", settings.verbose, "Show the log of the library on standard error")
+      ->option_text(" ")
       ->needs(published);
 }
 

@@ -130,12 +130,11 @@ Session rule_session(const MatchSettings& settings) {
   const PublishedModel model(common->model.directory(), settings.dialogue.language,
                              !settings.snapshot.empty());
   load_model(matcher->engine, model, settings.dialogue.language);
-  std::string unused;
-  if (!settings.snapshot.empty()) {
+  if (settings.snapshot.empty()) {
+    compile_rules(matcher->engine, matcher->rules);
+  } else {
     start_from_snapshot(matcher->engine, matcher->rules, model,
                         common->model.directory() / settings.snapshot);
-  } else if (!matcher->engine.loadDialogVectors(unused, matcher->rules)) {
-    throw std::runtime_error("the rules could not be compiled");
   }
   matcher->activate(settings.active.empty() ? "all" : settings.active);
 

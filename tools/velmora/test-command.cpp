@@ -16,11 +16,12 @@
 
 namespace {
 
-constexpr const char* kDescription =
-    "Matches sentences whose rule is known, prints each one that finds another rule, and tells\n"
-    "which threshold separates right answers best from wrong ones.";
+constexpr const char* kDescription = "Tests whether sentences find the rules that they should";
 
 constexpr const char* kFooter =
+    "Prints each sentence that finds another rule, and the threshold that separates right answers\n"
+    "best from wrong ones.\n"
+    "\n"
     "The file holds \"id<TAB>sentence\" lines: the rule that should answer, or - where none "
     "should.\n"
     "Lines with - do not count for --at-least; those that reach the best threshold are printed.\n"

@@ -12,6 +12,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "elapsed-time.hpp"
 #include "messages.hpp"
 
 namespace {
@@ -99,7 +100,25 @@ void keep_snapshot(const fs::path& written, std::size_t rule_count, const fs::pa
   }
 }
 
+void load_snapshot(VX::Dialog::Velmora& matcher,
+                   const std::map<int, std::vector<std::string>>& rules) {
+  const ElapsedTime elapsed("loading the snapshot");
+  std::string unused;
+  if (!matcher.loadDialogVectorsFromFile(kShownAs, rules, unused, true)) {
+    throw std::runtime_error("the snapshot could not be loaded");
+  }
+}
+
 }  // namespace
+
+void compile_rules(VX::Dialog::Velmora& matcher,
+                   const std::map<int, std::vector<std::string>>& rules) {
+  const ElapsedTime elapsed("compiling the rules");
+  std::string unused;
+  if (!matcher.loadDialogVectors(unused, rules)) {
+    throw std::runtime_error("the rules could not be compiled");
+  }
+}
 
 bool is_whole_snapshot(const fs::path& path, std::size_t rule_count) {
   std::ifstream in(path, std::ios::binary);
@@ -137,15 +156,14 @@ void start_from_snapshot(VX::Dialog::Velmora& matcher,
   }
   const bool warm = why_cold.empty();
 
-  std::string unused;
   const Clock::time_point began = Clock::now();
   if (warm) {
     fs::create_symlink(fs::absolute(path), model.directory() / kShownAs);
   }
-  const bool loaded = warm ? matcher.loadDialogVectorsFromFile(kShownAs, rules, unused, true)
-                           : matcher.loadDialogVectors(unused, rules);
-  if (!loaded) {
-    throw std::runtime_error("the rules could not be loaded");
+  if (warm) {
+    load_snapshot(matcher, rules);
+  } else {
+    compile_rules(matcher, rules);
   }
   const std::chrono::duration<double, std::milli> duration = Clock::now() - began;
   note((warm ? "warm start from " + path.string() : why_cold) + ": " +

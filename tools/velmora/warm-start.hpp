@@ -14,6 +14,10 @@
 
 #include "published-model.hpp"
 
+/// Compiles rules, with the elapsed time on a terminal. Throws std::runtime_error when it fails.
+void compile_rules(VX::Dialog::Velmora& matcher,
+                   const std::map<int, std::vector<std::string>>& rules);
+
 /// Whether a file holds a snapshot that nothing cut short: records of four lines, the last one with
 /// its newline, with equally many values each. With `rule_count` above 0 it must also name that
 /// many rules.

@@ -39,6 +39,30 @@ TEST(Evaluate, RanksIntents) {
   EXPECT_EQ(intents["latent"]["confusions"][0]["got"], "loud");
 }
 
+TEST(Evaluate, ComparesTheMatcherAndListsWhatFails) {
+  const Workplace place;
+  place.write("train.tsv", "bright\tSwitch on the light.\nloud\tPlay music.\n");
+  // A lamp shares no word with its rule, a song neither with the wrong one that it is said to mean.
+  place.write("test.tsv", "bright\tthe light\nbright\ta lamp\nbright\ta song\nloud\tmusic\n");
+  const nlohmann::json intents =
+      evaluate(place, "--intents train.tsv test.tsv --matcher --baseline tf-idf")["intents"];
+  EXPECT_EQ(intents["low_overlap"], 2);
+  for (const char* contender : {"latent", "matcher"}) {
+    SCOPED_TRACE(contender);
+    EXPECT_EQ(intents[contender]["top1"], 0.75);
+    EXPECT_EQ(intents[contender]["top1_low_overlap"], 0.5);
+    ASSERT_EQ(intents[contender]["failures"].size(), 1u);
+    EXPECT_EQ(intents[contender]["failures"][0]["sentence"], "a song");
+    EXPECT_EQ(intents[contender]["failures"][0]["rank"], 2);
+    EXPECT_EQ(intents[contender]["failures"][0]["low_overlap"], true);
+  }
+  EXPECT_EQ(intents["tf-idf"]["top1_low_overlap"], 0.0);
+  // Right answers score 1; the lamp of tf-idf and the song are wrong.
+  EXPECT_EQ(intents["latent"]["threshold_keeps"], 1.0);
+  EXPECT_EQ(intents["latent"]["threshold_lets_through"], 1.0);
+  EXPECT_EQ(intents["tf-idf"]["threshold_keeps"], 1.0);
+}
+
 TEST(Evaluate, ComparesPairs) {
   const Workplace place;
   // Similarities 1, 0 and 1/sqrt(2); the repeated word counts once.
@@ -57,6 +81,7 @@ const std::tuple<const char*, int, const char*> kFailures[] = {
     {"--intents good.tsv bad.tsv", 1, "bad.tsv:1: no tab between label and"},
     {"--pairs pairs.tsv", 1, "pairs.tsv:1: score 'x' is no number"},
     {"--intents unknown.tsv good.tsv", 1, "knows no word of any training"},
+    {"--intents good.tsv good.tsv --bsaeline tf-idf", 2, "did you mean '--baseline'?"},
 };
 
 TEST(Evaluate, TellsWhatIsWrong) {
@@ -71,6 +96,24 @@ TEST(Evaluate, TellsWhatIsWrong) {
     EXPECT_THAT(result.err, HasSubstr(err));
     EXPECT_EQ(result.out, "");
   }
+}
+
+TEST(Evaluate, FailsWhenNobodyGetsTheReport) {
+  const Workplace place;
+  place.write("pairs.tsv", "5\tlamp\tthe light\n");
+  const ProgramResult result =
+      place.run(VELMORA_EVALUATE, std::string(kModel) + "--pairs pairs.tsv >/dev/full #", "");
+  EXPECT_EQ(result.status, 1);
+}
+
+// Never the installed model instead.
+TEST(Evaluate, FailsWhenTheModelIsNotThere) {
+  const Workplace place;
+  place.write("pairs.tsv", "5\tlamp\tthe light\n");
+  const ProgramResult result =
+      place.run(VELMORA_EVALUATE, "--language enu --model none --pairs pairs.tsv", "");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.err, HasSubstr("none"));
 }
 
 }  // namespace
