@@ -26,7 +26,7 @@ std::size_t edit_distance(const std::string& from, const std::string& to) {
 
 /// "; did you mean 'x'?" for the nearest of the known words, or nothing when none is near.
 std::string suggestion(const std::string& word, const std::vector<std::string>& known) {
-  std::size_t least = std::max<std::size_t>(word.size() / 2, 2);
+  std::size_t least = std::max<std::size_t>(word.size() / 2, 2) + 1;
   std::string nearest;
   for (const std::string& candidate : known) {
     const std::size_t distance = edit_distance(word, candidate);

@@ -24,7 +24,7 @@ int run(int argc, char** argv) {
   program.get_formatter()->column_width(28);
   program.set_version_flag("--version", "velmora " VELMORA_VERSION);
   program.set_help_all_flag("--help-all", "Print the help of all commands and exit");
-  program.require_subcommand(1);
+  program.require_subcommand(0, 1);
   Action action;
   add_match_command(program, action);
   add_explain_command(program, action);
@@ -35,6 +35,9 @@ int run(int argc, char** argv) {
     command->set_help_all_flag();
   }
   const std::optional<int> status = parse_command_line(program, argc, argv);
+  if (!status && !action) {
+    throw WrongUsage("a command is required: match, explain, lint or test (see velmora --help)");
+  }
   const int result = status ? *status : action();
   flush_output();
   return result;

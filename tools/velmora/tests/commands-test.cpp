@@ -96,9 +96,9 @@ const ComplaintCase kComplaints[] = {
     // Options.
     {"mistyped option", "match --model enu/model --rulse rules.tsv", 2,
      "velmora match: error: unknown option '--rulse'; did you mean '--rules'?"},
-    {"mistyped command", "mach --rules rules.tsv", 2,
-     "unknown command 'mach'; did you mean 'match'?"},
-    {"no command", "", 2, "velmora: error: "},
+    {"mistyped command", "macth --rules rules.tsv", 2,
+     "unknown command 'macth'; did you mean 'match'?"},
+    {"no command", "", 2, "velmora: error: a command is required"},
     {"no rules", "match --model enu/model", 2, "--rules is required"},
     {"nothing to show", "match --model enu/model --rules rules.tsv --top 0", 2,
      "--top: '0' is not a number from 1 on"},
