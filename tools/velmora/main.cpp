@@ -36,7 +36,8 @@ int run(int argc, char** argv) {
   }
   const std::optional<int> status = parse_command_line(program, argc, argv);
   if (!status && !action) {
-    throw WrongUsage("a command is required: match, explain, lint or test (see velmora --help)");
+    throw WrongUsage(
+        "a command is required: match, explain, lint, test or serve (see velmora --help)");
   }
   const int result = status ? *status : action();
   flush_output();
