@@ -16,6 +16,7 @@
 #include <velmora/wordsense-model.hpp>
 
 #include "../latent/gram-inverse.hpp"
+#include "../ranking/rule-index.hpp"
 #include "../support/tables.hpp"
 
 namespace zu::log {
@@ -52,6 +53,7 @@ struct EngineState {
   std::string fLanguage;              ///< language code
 
   detail::GramInverse fGramInverse;  ///< of fModelGram and the model's lambda
+  detail::RuleIndex fRuleIndex;      ///< of fRuleVectors, fActive_rules and fRuleRows
 };
 
 /// fMaxResults of an engine that starts without a language, and of one made for a language.

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "../latent/fold-in.hpp"
-#include "../ranking/scoring.hpp"
 #include "../support/log-site.hpp"
 #include "../text/stem-set.hpp"
 
@@ -27,6 +26,14 @@ void log_refusal(const EngineState& engine, const Reporting& reporting) {
   }
 }
 
+// Hosts append match after match to one list, so room grows geometrically.
+void reserve_more(MatchList& matches, std::size_t count) {
+  const std::size_t needed = matches.size() + count;
+  if (needed > matches.capacity()) {
+    matches.reserve(std::max(needed, 2 * matches.capacity()));
+  }
+}
+
 }  // namespace
 
 void activate_all_rules(EngineState& engine) {
@@ -45,9 +52,9 @@ int match_sentence(EngineState& engine, const Reporting& reporting, const std::s
   fold_in({{0, stem_set(*engine.fStemmer, sentence)}}, latent_space(engine), queries);
   // One entry more than the field says: the cap is part of the contract as it stands.
   const std::size_t limit = static_cast<std::size_t>(std::max(engine.fMaxResults, 0)) + 1;
-  ScoreGroups best = best_scores(engine.fRuleVectors, queries.front(), engine.fActive_rules,
-                                 engine.fRuleRows, limit);
-  matches.reserve(matches.size() + best.size());  // all or nothing is appended
+  ScoreGroups best = engine.fRuleIndex.best_scores(engine.fRuleVectors, queries.front(),
+                                                   engine.fActive_rules, engine.fRuleRows, limit);
+  reserve_more(matches, best.size());  // all or nothing is appended
   for (auto group = best.rbegin(); group != best.rend(); ++group) {
     // A NaN reaches no threshold.
     if (!threshold || group->first >= *threshold) {

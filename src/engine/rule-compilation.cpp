@@ -21,6 +21,7 @@ void compile_rules(EngineState& engine, RuleTable& rules) {
   RuleTable unique;
   preprocess(engine.fRuleFreqs, rules, 0, engine.fRuleRows, unique);
   fold_in(unique, latent_space(engine), engine.fRuleVectors);
+  engine.fRuleIndex.renew(engine.fRuleVectors);
   engine.fRuleWords = rules;
   write_ls(engine.fRuleVectors, engine.fRuleWords, engine.fRuleRows,
            engine.fModelDir + kCompiledSnapshot);

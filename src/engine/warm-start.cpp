@@ -159,9 +159,11 @@ bool load_from_file(EngineState& engine, const Reporting& reporting, const std::
       << " loading index: " << path;
   if (!compile_new_rules) {
     load_snapshot_index(engine, reporting, path, engine.fRuleVectors, rules, *engine.fStemmer);
+    engine.fRuleIndex.renew(engine.fRuleVectors);
     return true;
   }
   load_snapshot_merge(engine, reporting, path, engine.fRuleVectors, rules, *engine.fStemmer);
+  engine.fRuleIndex.renew(engine.fRuleVectors);
   VELMORA_LOG(reporting.log, Level::info, "xLoadDialogVectorsFromFile") << " saving index ";
   write_ls(engine.fRuleVectors, engine.fRuleWords, engine.fRuleRows,
            engine.fModelDir + kMergedSnapshot);

@@ -54,8 +54,8 @@ double round_to_integers(std::span<const double> numbers, double square, std::in
   double error = 0.0;
   for (const double number : numbers) {
     const double scaled = number * factor;
-    const double rounded = std::nearbyint(scaled);
-    *integers++ = static_cast<std::int16_t>(rounded);
+    const auto rounded = static_cast<std::int16_t>(scaled + std::copysign(0.5, scaled));
+    *integers++ = rounded;
     error += (scaled - rounded) * (scaled - rounded);
   }
   return std::sqrt(error);

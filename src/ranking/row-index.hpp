@@ -4,7 +4,7 @@
 // dot product of two such rows is an exact integer, and lies within a known margin of the cosine,
 // so a caller can rule most rows out and compute the exact cosine of the few that are left. Used by
 // the rule index of the engines and by the matcher. Not installed. Tested by
-// tests/ranking/row-index-test.cpp.
+// tests/ranking/rule-index-test.cpp.
 //
 //   const RowIndex index(rows);                       // once
 //   if (const auto coarse = index.coarse(query)) {    // for each query

@@ -1,9 +1,6 @@
 #include "scoring.hpp"
 
 #include <cmath>
-#include <cstddef>
-
-#include "cosine.hpp"
 
 namespace VX::Dialog::detail {
 
@@ -30,37 +27,24 @@ ActiveRows find_rows(const VectorTable& vectors, const std::set<int>& active, Ro
   return found;
 }
 
-ScoreGroups best_scores(const VectorTable& vectors, const std::vector<double>& query,
-                        const std::set<int>& active, RowTable& rule_rows, std::size_t limit) {
-  const ActiveRows found = find_rows(vectors, active, rule_rows);
-  if (!found.complete) {
-    (void)vectors.at(static_cast<std::size_t>(found.outside));
-  }
-  const std::vector<double> scores = score_rows(vectors, query, found.rows);
-  ScoreGroups best;
-  double lowest = 0.0;  // score of the lowest group, once there are `limit`
-  bool dropped = false;
-  for (std::size_t place = 0; place != scores.size(); ++place) {
-    const double score = scores[place];
-    if (best.size() == limit) {
-      // A group once dropped never comes back: only better ones dropped it.
-      if (score < lowest) {
-        dropped = true;
-        continue;
-      }
-      // An ordered map has a score that is no number in its lowest group, which is gone by then.
-      if (std::isnan(score) && dropped) {
-        continue;
-      }
+void BestGroups::add(int rule_id, double score) {
+  if (groups_.size() == limit_) {
+    // A group once dropped never comes back: only better ones dropped it.
+    if (score < lowest_) {
+      dropped_ = true;
+      return;
     }
-    best[score].push_back(found.rule_ids[place]);
-    if (best.size() > limit) {
-      best.erase(best.begin());
-      dropped = true;
+    // An ordered map has a NaN in its lowest group, which is gone by then.
+    if (std::isnan(score) && dropped_) {
+      return;
     }
-    lowest = best.begin()->first;
   }
-  return best;
+  groups_[score].push_back(rule_id);
+  if (groups_.size() > limit_) {
+    groups_.erase(groups_.begin());
+    dropped_ = true;
+  }
+  lowest_ = groups_.begin()->first;
 }
 
 }  // namespace VX::Dialog::detail

@@ -1,10 +1,11 @@
-// Scores of the active rules for one query, and the best groups of them.
+// Where the active rules find their vectors, and the best groups of their scores.
 //
-// Shared by get_max and the engines. Not installed. Tested by tests/ranking/ranking-test.cpp.
+// Shared by get_max and the rule index. Not installed. Tested by tests/ranking/ranking-test.cpp.
 #pragma once
 
 #include <cstddef>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "../support/tables.hpp"
@@ -27,11 +28,22 @@ struct ActiveRows {
 /// further entry is made.
 ActiveRows find_rows(const VectorTable& vectors, const std::set<int>& active, RowTable& rule_rows);
 
-/// The best score groups of the active rules, as get_max gives them into an empty map, of which
-/// only the `limit` highest groups are kept.
-///
-/// Throws std::out_of_range when a row lies outside the table; `rule_rows` may have grown.
-ScoreGroups best_scores(const VectorTable& vectors, const std::vector<double>& query,
-                        const std::set<int>& active, RowTable& rule_rows, std::size_t limit);
+/// The `limit` highest groups of the ordered map that get_max makes of the same scores.
+class BestGroups {
+ public:
+  explicit BestGroups(std::size_t limit) : limit_(limit) {}
+
+  /// Rules come by ascending id.
+  void add(int rule_id, double score);
+
+  const ScoreGroups& groups() const { return groups_; }
+  ScoreGroups take() { return std::move(groups_); }
+
+ private:
+  std::size_t limit_;
+  ScoreGroups groups_;
+  double lowest_ = 0.0;  // score of the lowest group, once there is one
+  bool dropped_ = false;
+};
 
 }  // namespace VX::Dialog::detail

@@ -9,7 +9,7 @@
 #include <velmora/ranking.hpp>
 #include <velmora/similarity.hpp>
 
-#include "ranking/scoring.hpp"
+#include "ranking/rule-index.hpp"
 
 namespace {
 
@@ -89,7 +89,7 @@ TEST(Ranking, IsTheOrderedMapOfAllScores) {
       expected.erase(expected.begin(), std::prev(expected.end(), std::min(limit, expected.size())));
       Ranked best = expected;  // stays when there is nothing to rank
       const auto run = [&] {
-        best = detail::best_scores(vectors, query, active, fast_rows, limit);
+        best = detail::RuleIndex().best_scores(vectors, query, active, fast_rows, limit);
       };
       EXPECT_NE(outside(run), inside);
       EXPECT_TRUE(same_groups(best, expected));
