@@ -7,6 +7,7 @@
 
 #include "../../src/support/eigen-cache-sizes.hpp"
 #include "interrupt.hpp"
+#include "join.hpp"
 #include "options.hpp"
 #include "standard-output.hpp"
 #include "training.hpp"
@@ -23,7 +24,9 @@ int main(int argc, char** argv) {
     VX::Dialog::detail::fix_eigen_cache_sizes();
     watch_for_interrupts();
     const TrainingSettings& settings = parsed.options.training;
-    if (parsed.options.stems_only.empty()) {
+    if (!settings.join.empty()) {
+      join_models(settings);
+    } else if (parsed.options.stems_only.empty()) {
       train_model(settings);
     } else {
       write_stems(settings.corpus, parsed.options.stems_only, settings.progress);

@@ -44,21 +44,26 @@ void require(bool condition, const std::string& message) {
   }
 }
 
-// "LABEL=W"; a label may hold an equals sign itself, or be empty.
-void add_label_weight(const std::string& text, std::map<std::string, double>& weights) {
+// "NAME=W"; a name may hold an equals sign itself, or be empty.
+std::pair<std::string, double> weight_of(const std::string& text, const std::string& option) {
   const std::size_t sign = text.rfind('=');
   const double weight = sign == std::string::npos ? std::nan("") : number_of(text.substr(sign + 1));
   require(weight >= 0.0 && weight <= 1e6,
-          "--weight: '" + text + "' is not LABEL=W with a number W from 0 to 1e6");
-  weights[text.substr(0, sign)] = weight;
+          option + ": '" + text + "' is not NAME=W with a number W from 0 to 1e6");
+  return {text.substr(0, sign), weight};
 }
 
 void check_together(const Options& options) {
   const TrainingSettings& settings = options.training;
-  require(settings.corpus.stemmed || !settings.corpus.language.empty(),
+  require(settings.corpus.files.empty() != settings.join.empty(),
+          settings.join.empty() ? "CORPUS is required" : "--join reads no CORPUS");
+  require(!settings.join.empty() || settings.corpus.stemmed || !settings.corpus.language.empty(),
           "--language is required, unless the corpora are stems (--stemmed)");
   require(settings.output.empty() != options.stems_only.empty(),
           "one of --output and --stems-only is required, and not both");
+  require(
+      settings.teacher.empty() || (settings.checkpoint.empty() && settings.refinement.steps == 0),
+      "--teacher has neither sweeps to save (--checkpoint) nor a refinement (--refine-steps)");
   require(!settings.resume || !settings.checkpoint.empty(), "--resume needs --checkpoint");
 }
 
@@ -66,11 +71,12 @@ void check_together(const Options& options) {
 struct RawOptions {
   std::vector<std::string> everyday;
   std::vector<std::string> label_weights;
+  std::vector<std::string> join;
 };
 
 void add_input_options(CLI::App& app, Options& options, RawOptions& raw) {
   CorpusInput& corpus = options.training.corpus;
-  app.add_option("CORPUS", corpus.files, "Files of text, or of stems")->required();
+  app.add_option("CORPUS", corpus.files, "Files of text, or of stems");
   app.add_option("--language", corpus.language,
                  "Language of the stemmer; stem text of other languages yourself (--stemmed)")
       ->check(CLI::IsMember(velmora::Model::known_languages()).description(""))
@@ -90,6 +96,23 @@ void add_input_options(CLI::App& app, Options& options, RawOptions& raw) {
   app.add_option("--weight", raw.label_weights,
                  "Weight of the documents of a source (repeatable; 1 for the others)")
       ->type_name("LABEL=W")
+      ->allow_extra_args(false);
+}
+
+void add_teacher_options(CLI::App& app, TrainingSettings& settings, RawOptions& raw) {
+  app.add_option(
+         "--teacher", settings.teacher,
+         "Vectors for the lines of the corpora, made by numpy.save: words get factors whose "
+         "sums follow them")
+      ->type_name("FILE");
+  app.add_option("--teacher-lambda", settings.teacher_lambda, "Ridge term of that regression")
+      ->check(between(1e-6, 1e9))
+      ->type_name("X")
+      ->capture_default_str();
+  app.add_option("--join", raw.join,
+                 "Train nothing, but put this model beside others of the same words, with a weight "
+                 "(repeatable)")
+      ->type_name("DIR=W")
       ->allow_extra_args(false);
 }
 
@@ -181,13 +204,19 @@ ParsedOptions parse_options(int argc, char** argv) {
   app.set_version_flag("--version", "velmora-train " VELMORA_TRAIN_VERSION);
   RawOptions raw;
   add_input_options(app, options, raw);
+  add_teacher_options(app, settings, raw);
   add_output_options(app, settings);
   add_training_options(app, settings);
   add_run_options(app, settings);
   app.callback([&] {
     settings.everyday.insert(raw.everyday.begin(), raw.everyday.end());
     for (const std::string& text : raw.label_weights) {
-      add_label_weight(text, settings.label_weights);
+      const auto [label, weight] = weight_of(text, "--weight");
+      settings.label_weights[label] = weight;
+    }
+    for (const std::string& text : raw.join) {
+      const auto [directory, weight] = weight_of(text, "--join");
+      settings.join.push_back({directory, weight});
     }
     check_together(options);
   });

@@ -9,6 +9,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "corpus-reader.hpp"
 #include "factorisation.hpp"
@@ -17,6 +18,12 @@
 #include "refinement.hpp"
 
 namespace velmora::trainer {
+
+/// A model that is to stand beside others, and how much its factors weigh.
+struct JoinedModel {
+  std::filesystem::path directory;
+  double weight = 1.0;
+};
 
 struct TrainingSettings {
   CorpusInput corpus;
@@ -40,6 +47,14 @@ struct TrainingSettings {
   /// Go on from the checkpoint, if there is one.
   bool resume = false;
   RefinementSettings refinement;
+
+  /// A file of vectors, one for each line of the corpora, which the sums of the words' factors are
+  /// to follow (teacher.hpp); empty for the factorisation.
+  std::filesystem::path teacher;
+  /// Ridge term of that regression.
+  double teacher_lambda = 10.0;
+  /// Not empty: no training, but these models side by side (join.hpp).
+  std::vector<JoinedModel> join;
 
   ModelSettings model;
   /// The model directory to make.

@@ -15,7 +15,9 @@
 #include "output-directory.hpp"
 #include "output-file.hpp"
 #include "progress.hpp"
+#include "regression.hpp"
 #include "sweeps.hpp"
+#include "teacher.hpp"
 #include "vocabulary.hpp"
 #include "weighting.hpp"
 
@@ -87,13 +89,43 @@ TrainingCorpus weigh_corpus(const TrainingSettings& settings, const Corpus& corp
                               documents.weights);
 }
 
+void write_words(const WordTables& tables, const fs::path& model_directory) {
+  write_dictionary(tables.dictionary, model_directory / "dictionary");
+  write_idf(tables.idf, model_directory / "idf");
+}
+
 // The corpora are read, and their words written into the model directory.
 TrainingCorpus prepare_corpus(const TrainingSettings& settings, const fs::path& model_directory) {
   const Corpus corpus = read_whole_corpus(settings);
   const WordTables tables = choose_words(settings, corpus);
-  write_dictionary(tables.dictionary, model_directory / "dictionary");
-  write_idf(tables.idf, model_directory / "idf");
+  write_words(tables, model_directory);
   return weigh_corpus(settings, corpus, tables);
+}
+
+TaughtTexts read_teacher(const TrainingSettings& settings, const WordTables& tables) {
+  std::map<std::string, std::int32_t> word_ids;
+  for (const DictionaryEntry& entry : tables.dictionary) {
+    word_ids.emplace(entry.word, static_cast<std::int32_t>(word_ids.size()));
+  }
+  Progress progress("reading vectors", corpus_size(settings.corpus), settings.progress);
+  TaughtTexts texts =
+      read_taught_texts({settings.corpus, settings.teacher, settings.label_weights}, word_ids,
+                        tables.idf, [&](double bytes) { progress.advance(bytes); });
+  progress.finish(std::to_string(texts.rows.rows()) + " texts with a vector");
+  return texts;
+}
+
+// Word factors whose sums follow the teacher.
+Eigen::MatrixXf follow_teacher(const TrainingSettings& settings, const fs::path& model_directory) {
+  const WordTables tables = choose_words(settings, read_whole_corpus(settings));
+  write_words(tables, model_directory);
+  const TaughtTexts texts = read_teacher(settings, tables);
+  Progress progress("regression", 1.0, settings.progress);
+  const RowMatrix vectors =
+      word_vectors(texts, settings.teacher_lambda, settings.factorisation.threads,
+                   [&](double share) { progress.advance(share); });
+  progress.finish("");
+  return principal_factors(vectors, tables.idf, settings.factorisation.dim);
 }
 
 // Brings the factors to the lengths that inference will see, and refines them there. Returns how
@@ -155,11 +187,17 @@ void train_model(const TrainingSettings& settings) {
     checkpoint.emplace(settings.checkpoint);
   }
   OutputDirectory output(settings.output, settings.force);
-  const TrainingCorpus corpus = prepare_corpus(settings, output.path());
-  Eigen::MatrixXf word_factors = run_sweeps(settings, corpus, checkpoint ? &*checkpoint : nullptr);
-  const ModelSettings model = settings.refinement.steps == 0
-                                  ? settings.model
-                                  : refine_factors(settings, corpus, word_factors);
+  ModelSettings model = settings.model;
+  Eigen::MatrixXf word_factors;
+  if (settings.teacher.empty()) {
+    const TrainingCorpus corpus = prepare_corpus(settings, output.path());
+    word_factors = run_sweeps(settings, corpus, checkpoint ? &*checkpoint : nullptr);
+    if (settings.refinement.steps != 0) {
+      model = refine_factors(settings, corpus, word_factors);
+    }
+  } else {
+    word_factors = follow_teacher(settings, output.path());
+  }
   const ScaledFactors scaled = scale_factors(word_factors, model);
   report_words_without_factors(settings.progress, scaled.word_factors);
   write_model(scaled, model, output.path());

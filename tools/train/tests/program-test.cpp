@@ -107,6 +107,36 @@ TEST_F(Program, ThreadsAndInterruptionsGiveTheSameModel) {
   expect_only({"corpus", "one", "three", "early", "point", "resumed", "other"});
 }
 
+// A file of numpy.save with so many rows of three 8-bit integers.
+std::string many_vectors(std::size_t rows) {
+  std::string header =
+      "{'descr': '|i1', 'fortran_order': False, 'shape': (" + std::to_string(rows) + ", 3), }";
+  header.resize(118, ' ');
+  std::string file = std::string("\x93NUMPY\x01\x00\x76\x00", 10) + header;
+  for (std::size_t number = 0; number != 3 * rows; ++number) {
+    file += static_cast<char>(random_bits(7, number) % 256);
+  }
+  return file;
+}
+
+TEST_F(Program, TeachersAndJoinedModelsGiveTheSameBytesAgain) {
+  directory.write("corpus", many_stems(600));
+  directory.write("vectors", many_vectors(1200));
+  const std::string taught = "--stemmed corpus --teacher vectors --dim 2 --digits 2 ";
+  ASSERT_EQ(run(taught + "--threads 1 --output one"), 0) << said;
+  ASSERT_EQ(run(taught + "--threads 3 --output three --quiet"), 0) << said;
+  EXPECT_EQ(model_of("three"), model_of("one"));
+  ASSERT_EQ(run("--stemmed corpus --dim 5 --output swept"), 0) << said;
+
+  ASSERT_EQ(run("--join one=1 --join swept=0.5 --lambda 2 --output joined"), 0) << said;
+  EXPECT_EQ(directory.read("joined/dictionary"), directory.read("one/dictionary"));
+  EXPECT_THAT(directory.read("joined/model"), testing::StartsWith("7\n"));
+  ASSERT_EQ(run("--stemmed corpus --vocabulary 9 --dim 5 --output few"), 0) << said;
+  EXPECT_EQ(run("--join one=1 --join few=1 --output new"), 1);
+  EXPECT_THAT(said, testing::HasSubstr("joined models need the same words"));
+  expect_only({"corpus", "vectors", "one", "three", "swept", "joined", "few"});
+}
+
 struct FailureCase {
   const char* arguments;
   int status;
@@ -122,6 +152,11 @@ const FailureCase kFailureCases[] = {
     {"--stemmed --output new --checkpoint corpus corpus", 1, "is not a checkpoint"},
     {"--stemmed --output new latin", 1, "latin:2: ill-formed UTF-8"},
     {"--stemmed --output new --dim 0 corpus", 2, "'0' is not a number from 1 to 2000"},
+    {"--join model=1 --output new corpus", 2, "--join reads no CORPUS"},
+    {"--join model=heavy --output new", 2, "is not NAME=W"},
+    {"--join absent=1 --output new", 1, "absent/dictionary: cannot be opened"},
+    {"--stemmed --teacher corpus --refine-steps 9 --output new corpus", 2, "--refine-steps"},
+    {"--stemmed --teacher corpus --output new corpus", 1, "is not a file of numpy.save"},
     {"--stemmed --output new absent", 1, "absent: No such file or directory"},
     {"--stemmed --output new empty", 1, "the corpora hold no words"},
     {"--stemmed --output new --min-count 99999 corpus", 1, "fewer than two words"},
