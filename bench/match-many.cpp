@@ -1,4 +1,5 @@
-// What matching many sentences costs a C++ host; bench/match_many.py holds the Python module against it.
+// What matching many sentences costs a C++ host; bench/match_many.py holds the Python module
+// against it.
 //
 // usage: velmora-bench-match-many RULES SENTENCES
 // Prints the seconds of the fastest of several rounds over all lines of SENTENCES, by one thread.

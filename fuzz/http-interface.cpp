@@ -17,6 +17,7 @@ namespace {
 
 serve::Workbench make_workbench() {
   test::write_model(folder());
+  folder().write(test::kLanguage + "/model/idf", "0 2\n1 1\n2 0.5\n3 1\n");
   const std::string rules =
       folder().write("rules.tsv", "1\tgo up\n1\twalk\n2\tstop\n3\t<b>go</b>\n");
   const std::string expectations = folder().write("expect.tsv", "1\tgo\n2\tup\n-\twalk\n");
