@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "../measures.hpp"
 #include "kit/program-run.hpp"
 
 namespace {
@@ -15,6 +16,30 @@ nlohmann::json evaluate(const Workplace& place, const std::string& arguments) {
   const ProgramResult result = place.run(VELMORA_EVALUATE, kModel + arguments + " --json", "");
   EXPECT_EQ(result.status, 0) << result.err;
   return nlohmann::json::parse(result.out, nullptr, false);
+}
+
+struct ThresholdCase {
+  const char* what;
+  std::vector<double> right;
+  std::vector<double> other;
+  BestThreshold best;
+};
+
+const ThresholdCase kThresholds[] = {
+    {"apart", {0.9, 0.6}, {0.5, 0.1}, {0.6, 1.0, 0.0}},
+    {"a right one is not worth two others", {0.9, 0.3}, {0.5, 0.4}, {0.9, 0.5, 0.0}},
+    {"of equals the lower", {0.9, 0.3}, {0.5}, {0.3, 1.0, 1.0}},
+    {"nothing to keep out", {0.9, 0.3}, {}, {0.3, 1.0, 0.0}},
+};
+
+TEST(Measures, BestThresholdSeparates) {
+  for (const ThresholdCase& c : kThresholds) {
+    SCOPED_TRACE(c.what);
+    const BestThreshold best = best_threshold(c.right, c.other);
+    EXPECT_EQ(best.score, c.best.score);
+    EXPECT_EQ(best.keeps, c.best.keeps);
+    EXPECT_EQ(best.lets_through, c.best.lets_through);
+  }
 }
 
 TEST(Evaluate, RanksIntents) {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "../id-list.hpp"
+#include "../terminal.hpp"
 #include "kit/program-run.hpp"
 
 namespace {
@@ -164,6 +166,23 @@ TEST_F(Commands, FailWhenNobodyGetsTheOutput) {
         "");
     EXPECT_EQ(result.status, 1);
   }
+}
+
+TEST(IdList, PicksTheRulesThatThereAre) {
+  const std::set<int> rules = {-4, 3, 5, 8, 100};
+  EXPECT_EQ(pick_ids("5", rules), (std::set<int>{5}));
+  EXPECT_EQ(pick_ids("4-99,3", rules), (std::set<int>{3, 5, 8}));
+  EXPECT_EQ(pick_ids("all", rules), rules);
+  for (const char* wrong : {"", "x", "5-", "8-5", "5,,8", "9", "5 8"}) {
+    EXPECT_ANY_THROW(pick_ids(wrong, rules)) << wrong;
+  }
+}
+
+TEST(Terminal, PadsByWhatAReaderSees) {
+  use_utf8_locale();
+  EXPECT_EQ(padded("caf\xC3\xA9", 6), "caf\xC3\xA9  ");
+  EXPECT_EQ(padded("\xE5\x85\x89", 3), "\xE5\x85\x89 ");  // one character, two columns
+  EXPECT_EQ(padded("long", 2), "long");
 }
 
 // script(1) gives the program a terminal.

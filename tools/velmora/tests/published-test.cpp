@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "../warm-start.hpp"
 #include "kit/program-run.hpp"
 
 namespace {
@@ -76,6 +77,32 @@ TEST_F(Published, KeepsASnapshotUpToDate) {
       std::filesystem::last_write_time(place.path(snapshot)) + std::chrono::seconds(1));
   EXPECT_THAT(start(), HasSubstr("older than the model"));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(place.path("enu/model")), {}), 5);
+}
+
+struct SnapshotCase {
+  const char* what;
+  const char* text;
+  std::size_t rule_count;
+  bool whole;
+};
+
+const SnapshotCase kSnapshots[] = {
+    {"two rows, three rules", "0\n7 12\nlamp\n0.5 1\n1\n9\nsong\n1e-05 2\n", 3, true},
+    {"any number of rules", "0\n7 12\nlamp\n0.5 1\n", 0, true},
+    {"a rule is missing", "0\n7 12\nlamp\n0.5 1\n", 3, false},
+    {"nothing was written", "", 0, false},
+    {"cut within the last value", "0\n7\nlamp\n0.5 1.2", 0, false},
+    {"cut after a line", "0\n7\nlamp\n", 0, false},
+    {"a vector without its last value", "0\n7\nlamp\n0.5 1\n1\n9\nsong\n1e-05\n", 0, false},
+    {"a row without rules", "0\n\nlamp\n0.5 1\n", 0, false},
+};
+
+TEST(Snapshot, IsWholeWhenNothingCutItShort) {
+  const test::TemporaryFolder folder;
+  for (const SnapshotCase& c : kSnapshots) {
+    SCOPED_TRACE(c.what);
+    EXPECT_EQ(is_whole_snapshot(folder.write("snapshot", c.text), c.rule_count), c.whole);
+  }
 }
 
 // A limit on the size of files stands for a full disk.
