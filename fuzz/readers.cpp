@@ -16,6 +16,7 @@
 #include <velmora/wordsense-model.hpp>
 
 #include "engine/velmora-private.hpp"
+#include "kit/exported-chain.hpp"
 #include "snapshot/snapshot-reader.hpp"
 #include "support.hpp"
 
@@ -87,8 +88,8 @@ void model(const std::string& input) {
   in >> expected.dim;
   in >> expected.lambda;
   in >> expected.missing_weight;
-  require(read.dim == expected.dim && same_bits({read.lambda, read.missing_weight},
-                                                {expected.lambda, expected.missing_weight}),
+  require(read.dim == expected.dim && test::same_bits({read.lambda, read.missing_weight},
+                                                      {expected.lambda, expected.missing_weight}),
           "the scalars are those of a stream");
 
   std::string path = folder().path("written");
@@ -117,7 +118,7 @@ void matrix_double(const std::string& input) {
   double value = 0.0;
   for (const double element : matrix.reshaped()) {
     in >> value;
-    require(same_bits({element}, {value}), "an element is what a stream reads");
+    require(test::same_bits({element}, {value}), "an element is what a stream reads");
   }
   require(write_mat_data(path, matrix), "the matrix can be written");
   const std::string text = folder().read("matrix");

@@ -1,7 +1,6 @@
 #include "support.hpp"
 
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
 #include <sstream>
 
@@ -17,12 +16,6 @@ void require(bool holds, const char* what) {
     std::cerr << "does not hold: " << what << "\n";
     std::abort();
   }
-}
-
-bool same_bits(const std::vector<double>& first, const std::vector<double>& second) {
-  return first.size() == second.size() &&
-         (first.empty() ||
-          std::memcmp(first.data(), second.data(), first.size() * sizeof(double)) == 0);
 }
 
 std::vector<std::string> lines_of(const std::string& text) {

@@ -14,9 +14,6 @@ const test::TemporaryFolder& folder();
 /// Ends the run, and so makes the input a finding, when `holds` is false.
 void require(bool holds, const char* what);
 
-/// Equal to the last bit; so a NaN equals itself, and 0 is not -0.
-bool same_bits(const std::vector<double>& first, const std::vector<double>& second);
-
 /// The lines of a text, as std::getline gives them.
 std::vector<std::string> lines_of(const std::string& text);
 

@@ -1,20 +1,13 @@
-// The engine's short road held against the exported chain of functions: the same vectors to 1e-12
+// The engine's own computation against the exported chain of functions: the same vectors to 1e-12
 // of their length, the same ranking, rows and log lines, over random models, rules and sentences,
 // damaged ones included, and with fields written by hand between two matches.
-#include <algorithm>
 #include <cmath>
 #include <random>
 
 #include <gtest/gtest.h>
 
-#include <velmora/frequencies.hpp>
-#include <velmora/inference.hpp>
-#include <velmora/preprocess.hpp>
-#include <velmora/ranking.hpp>
-#include <velmora/term-matrix.hpp>
-#include <velmora/tfidf.hpp>
-
 #include "engine/velmora-private.hpp"
+#include "kit/exported-chain.hpp"
 #include "kit/fixtures.hpp"
 
 namespace {
@@ -88,58 +81,6 @@ class RandomInput {
   std::mt19937 random_;
 };
 
-Vectors chain_vectors(const Rules& sentences, EngineState& engine) {
-  std::map<int, std::vector<int>> word_ids;
-  word_indices(sentences, engine.fVocab, word_ids);
-  std::map<int, std::map<int, double>> weights;
-  tfidf(word_ids, engine.fIdf, weights);
-  Eigen::SparseMatrix<double> terms(static_cast<Eigen::Index>(engine.fVocab.size()),
-                                    static_cast<Eigen::Index>(sentences.size()));
-  read_smat_data_OPTIM(weights, terms);
-  wordsense_corpus corpus;
-  EXPECT_TRUE(initialize_wordsense_corpus(corpus, terms));
-  Eigen::MatrixXd latent;
-  wordsense_inference(corpus, engine.fModel, latent, engine.fModelGram);
-  delete_wordsense_corpus(corpus);
-  Vectors vectors;
-  mat2vec(latent, vectors);
-  return vectors;
-}
-
-// What a match appends, from the whole ranking of get_max.
-Matches chain_matches(const std::string& sentence, EngineState& engine, std::map<int, int>& rows) {
-  std::vector<std::string> words;
-  engine.fStemmer->stem_sentence(sentence, words);
-  const std::set<std::string> unique(words.begin(), words.end());
-  const Vectors queries = chain_vectors({{0, {unique.begin(), unique.end()}}}, engine);
-  std::map<double, std::vector<int>> ranked;
-  get_max(engine.fRuleVectors, queries.front(), ranked, engine.fActive_rules, rows);
-  Matches matches(ranked.rbegin(), ranked.rend());
-  matches.resize(std::min(matches.size(), static_cast<std::size_t>(engine.fMaxResults) + 1));
-  return matches;
-}
-
-// True within 1e-12 of the length, or when both are the same infinities and NaN.
-bool are_close(const std::vector<double>& first, const std::vector<double>& second) {
-  double distance = 0.0, length = 0.0;
-  for (std::size_t d = 0; d != std::min(first.size(), second.size()); ++d) {
-    if (std::isfinite(first[d]) || std::isfinite(second[d])) {
-      distance = std::hypot(distance, first[d] - second[d]);
-      length = std::hypot(length, second[d]);
-    } else if (std::isnan(first[d]) != std::isnan(second[d])) {
-      return false;
-    }
-  }
-  return first.size() == second.size() && distance <= 1e-12 * length;
-}
-
-// Scores that only rounding tells apart: the roads may round them to one, or from one to two.
-bool has_near_ties(const Matches& matches) {
-  return std::adjacent_find(matches.begin(), matches.end(), [](const auto& high, const auto& low) {
-           return high.first - low.first < 1e-12;
-         }) != matches.end();
-}
-
 // What no engine function does: the next match has to notice.
 void write_by_hand(EngineState& engine, RandomInput& random) {
   Vectors& vectors = engine.fRuleVectors;
@@ -184,9 +125,7 @@ TEST(Chain, GivesWhatTheEngineGives) {
     const auto engine_lines = log.lines();
     log.records.clear();
     std::map<int, int> rows;
-    Rules unique;
-    preprocess(getRulesFrequencies(rules), rules, 0, rows, unique);
-    const Vectors vectors = chain_vectors(unique, engine);
+    const Vectors vectors = chain_compilation(rules, engine, rows);
     EXPECT_EQ(engine_lines, log.lines());
     EXPECT_EQ(engine.fRuleRows, rows);
     ASSERT_EQ(engine.fRuleVectors.size(), vectors.size());
@@ -217,9 +156,7 @@ TEST(Chain, GivesWhatTheEngineGives) {
       }
       ASSERT_EQ(matches.size(), expected.size());
       for (std::size_t i = 0; i != matches.size(); ++i) {
-        EXPECT_TRUE(std::isnan(expected[i].first)
-                        ? std::isnan(matches[i].first)
-                        : std::abs(matches[i].first - expected[i].first) < 1e-11);
+        EXPECT_TRUE(is_close(matches[i].first, expected[i].first));
         EXPECT_EQ(matches[i].second, expected[i].second);
         no_numbers += std::isnan(matches[i].first);
       }

@@ -78,7 +78,7 @@ TYPED_TEST(WarmStart, MergesStoredAndNewVectors) {
              "load_snapshot_ls2:Calculated vectors", "load_snapshot_ls2:Updated index",
              "xLoadDialogVectorsFromFile: saving index ",
              "xLoadDialogVectorsFromFile: saved index "}));
-  // Only new stem sets are weighted, and the words without idf among them told.
+  // Only new stem sets are weighted, and the words without idf among them logged.
   EXPECT_EQ(this->log.lines("LibVelmora.Query"),
             Lines{"4 LibVelmora.Query tfidf: 3 does not exist"});
 }
@@ -88,7 +88,7 @@ TYPED_TEST(WarmStart, LoadsTheFirstRulesOfKnownSetsAlone) {
   const Rules more = {{1, {"go stop"}}, {2, {"up"}}, {3, {"go stop"}}, {4, {"walk"}}, {9, {"go"}}};
   engine.fIdf.erase(0);
   ASSERT_TRUE(this->load("snap", more, false));
-  // No inference, yet words without idf are told as if there were one.
+  // No inference, yet words without idf are logged as if there were one.
   EXPECT_EQ(this->log.lines("LibVelmora.Query"),
             Lines(2, "4 LibVelmora.Query tfidf: 0 does not exist"));
   EXPECT_EQ(engine.fRuleRows, (Rows{{1, 0}, {9, 1}}));
@@ -113,11 +113,12 @@ TYPED_TEST(WarmStart, LoadsTheFirstRulesOfKnownSetsAlone) {
   EXPECT_EQ(engine.fRuleVectors.size(), 2U);
 }
 
-TYPED_TEST(WarmStart, DumpsBehindItsOwnFlag) {
+TYPED_TEST(WarmStart, DumpsWhenItsOwnFlagIsSet) {
   bool& own = this->kIsApp ? DEBUGAPP : DEBUG;
   bool& other = this->kIsApp ? DEBUG : DEBUGAPP;
   other = true;
-  EXPECT_EQ(this->dump(true) + this->dump(false), "");
+  EXPECT_EQ(this->dump(true), "");
+  EXPECT_EQ(this->dump(false), "");
   other = false;
   own = true;
   EXPECT_EQ(this->dump(false), "words2ls  2\nmerged_ls  1\n");

@@ -3,16 +3,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <velmora/inference.hpp>
 #include <velmora/term-matrix.hpp>
 #include <velmora/updater.hpp>
 
+#include "kit/exported-chain.hpp"
 #include "kit/fixtures.hpp"
 
 namespace {
 
 using Eigen::MatrixXd;
 using Eigen::VectorXd;
+using test::infer;
 
 wordsense_model make_model(const MatrixXd& factors, double lambda, double missing_weight) {
   wordsense_model model;
@@ -21,15 +22,6 @@ wordsense_model make_model(const MatrixXd& factors, double lambda, double missin
   model.lambda = lambda;
   model.missing_weight = missing_weight;
   return model;
-}
-
-MatrixXd infer(Eigen::SparseMatrix<double> data, wordsense_model model, MatrixXd gram) {
-  wordsense_corpus corpus;
-  VX::Dialog::initialize_wordsense_corpus(corpus, data);
-  MatrixXd latent = MatrixXd::Ones(1, 7);
-  wordsense_inference(corpus, model, latent, gram);
-  VX::Dialog::delete_wordsense_corpus(corpus);
-  return latent;
 }
 
 // Every step as it is written down, with all words of the vocabulary in each.

@@ -147,12 +147,19 @@ TEST_F(Faults, AnyAllocationMayFail) {
           EXPECT_TRUE(failed);
         }
         EXPECT_TRUE(c.run(engine));
-        EXPECT_TRUE(!engine.fRuleVectors.empty() || compile(engine));
+        if (engine.fRuleVectors.empty()) {
+          EXPECT_TRUE(compile(engine));
+        }
         expected = failing == 0 ? answer(engine) : expected;
         EXPECT_EQ(answer(engine), expected) << failing;
       }
-      EXPECT_TRUE(failing == 0 || live == live_before) << failing << ": " << live - live_before;
-      EXPECT_TRUE(reached || failing > 20);
+      if (failing == 0) {
+        continue;  // what is allocated once and for all, and is no leak
+      }
+      EXPECT_EQ(live, live_before) << failing;
+      if (!reached) {
+        EXPECT_GT(failing, 20) << "the operation allocates more often than that";
+      }
     }
     EXPECT_LE(unnoticed, c.writes);
   }

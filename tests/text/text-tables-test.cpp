@@ -31,7 +31,8 @@ TEST(ModelTables, EndAtTheFirstLineThatIsNoEntry) {
   };
   const test::TemporaryFolder folder;
   std::string path = folder.path("table");
-  EXPECT_TRUE(get_word_ids(path).empty() && load_idf(path).empty());  // no such file
+  EXPECT_EQ(get_word_ids(path), Counts()) << "no such file";
+  EXPECT_EQ(load_idf(path), (std::map<int, double>())) << "no such file";
   for (const auto& [text, vocabulary] : kDictionaries) {
     folder.write("table", text);
     EXPECT_EQ(get_word_ids(path), vocabulary) << text;
