@@ -3,7 +3,7 @@
 // Eigen would take those of the machine, and the cuts decide how sums are rounded. With fixed sizes
 // a model gives the same scores, and a corpus the same model, on every machine. Every binary has
 // its own copy of the setting: the library fixes it where it is loaded (src/latent/fold-in.cpp),
-// the trainer where it starts. Not installed.
+// the trainer where it starts. Not installed. Tested by tests/models/models-test.cpp.
 #pragma once
 
 #include <Eigen/Core>

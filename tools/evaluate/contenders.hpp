@@ -11,8 +11,6 @@
 
 #include <velmora/model.hpp>
 
-#include "known-words.hpp"
-
 /// A rule of the test dialogue: sentences of one label.
 struct LabelledRule {
   std::string label;
@@ -39,11 +37,10 @@ struct Contender {
 /// The published classes. `rules` may be empty when only similarities are asked for. A ranking goes
 /// on beyond the 21 scores of one match: labels that were found are switched off for the next turn.
 /// Throws std::runtime_error when the model can't be loaded.
-Contender latent_contender(const velmora::Model& model, KnownWords& words, const RuleSet& rules);
+Contender latent_contender(const velmora::Model& model, const RuleSet& rules);
 
 /// velmora::Matcher over the same rules.
 Contender matcher_contender(const velmora::Model& model, const RuleSet& rules);
 
-/// Cosine of idf weights over the known stems, each stem counted once. A word without an idf weighs
-/// 1, as in the matcher.
-Contender tfidf_contender(const velmora::Model& model, KnownWords& words, const RuleSet& rules);
+/// Cosine of idf weights over the known stems, each stem counted once.
+Contender tfidf_contender(const velmora::Model& model, const RuleSet& rules);

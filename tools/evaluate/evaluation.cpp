@@ -29,7 +29,7 @@ Outcome rank_sentence(const Contender& contender, const TestSentence& test,
     if (std::find(labels.begin(), labels.end(), test.label) == labels.end()) {
       return true;
     }
-    // Of equals the right one counts as the last: a tie is no merit.
+    // Of equals the right one counts as the last: a tie is not a success.
     outcome.rank = labels_above;
     return false;
   });

@@ -47,7 +47,7 @@ bool read_pairs(const std::string& path, std::vector<ScoredPair>& pairs) {
     double score = 0.0;
     const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), score);
     if (error != std::errc() || stop != text.data() + text.size()) {
-      table.errors.push_back(complaint(path, line.number, "score '" + text + "' is no number"));
+      table.errors.push_back(complaint(path, line.number, "score '" + text + "' is not a number"));
     }
     pairs.push_back({score, line.fields[1], line.fields[2]});
   }
@@ -67,12 +67,12 @@ bool read_data(const EvaluateOptions& options, TestData& data) {
 }
 
 /// Makes rules of the training sentences and leaves out those without a known word.
-RuleSet known_rules(const EvaluateOptions& options, const Intents& training, KnownWords& words,
-                    Report& report) {
+RuleSet known_rules(const EvaluateOptions& options, const Intents& training,
+                    const velmora::Model& model, Report& report) {
   RuleSet known;
   for (const auto& [rule_id, rule] : make_rules(training, options.sentences_per_rule)) {
     std::map<int, std::vector<std::string>> single = {{0, rule.sentences}};
-    if (remove_unknown(single, words).empty()) {
+    if (remove_unknown(single, model).empty()) {
       known[static_cast<int>(known.size())] = rule;
     } else {
       ++report.unknown_rule_count;
@@ -124,14 +124,13 @@ int run(const EvaluateOptions& options) {
     return 1;
   }
   const velmora::Model model = open_model(options);
-  KnownWords words(options.language, (model.directory() / "dictionary").string());
 
   Report report;
   report.language = options.language;
   report.model_directory = model.directory().string();
   report.has_out_of_scope = !options.out_of_scope.empty();
   report.pair_count = data.pairs.size();
-  const RuleSet rules = known_rules(options, data.training, words, report);
+  const RuleSet rules = known_rules(options, data.training, model, report);
   if (!options.intents.empty() && rules.empty()) {
     throw std::runtime_error("the model knows no word of any training sentence");
   }
@@ -139,9 +138,9 @@ int run(const EvaluateOptions& options) {
   report.low_overlap_count = static_cast<std::size_t>(std::count_if(
       tests.begin(), tests.end(), [](const TestSentence& test) { return test.low_overlap; }));
 
-  evaluate(options, data, tests, latent_contender(model, words, rules), report);
+  evaluate(options, data, tests, latent_contender(model, rules), report);
   if (options.baseline) {
-    evaluate(options, data, tests, tfidf_contender(model, words, rules), report);
+    evaluate(options, data, tests, tfidf_contender(model, rules), report);
   }
   if (options.matcher) {
     evaluate(options, data, tests, matcher_contender(model, rules), report);

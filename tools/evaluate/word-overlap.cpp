@@ -3,17 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include <velmora/dictionary.hpp>
+#include "idf-table.hpp"
 
-WordOverlap::WordOverlap(const velmora::Model& model) : model_(model) {
-  std::string dictionary_path = (model.directory() / "dictionary").string();
-  std::string idf_path = (model.directory() / "idf").string();
-  const std::map<int, double> idf = VX::Dialog::load_idf(idf_path);
-  for (const auto& [stem, word_id] : VX::Dialog::get_word_ids(dictionary_path)) {
-    const auto entry = idf.find(word_id);
-    const double value = entry == idf.end() ? 1.0 : entry->second;
-    idf_.emplace(stem, value);
-    largest_idf_ = std::max(largest_idf_, value);
+WordOverlap::WordOverlap(const velmora::Model& model) : model_(model), idf_(idf_table(model)) {
+  for (const auto& [stem, idf] : idf_) {
+    largest_idf_ = std::max(largest_idf_, idf);
   }
 }
 

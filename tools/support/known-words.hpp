@@ -9,32 +9,21 @@
 #include <string>
 #include <vector>
 
-#include <fennel/stemmer.hpp>
+#include <velmora/model.hpp>
 
-class KnownWords {
- public:
-  /// dictionary_path   the file "dictionary" of a model directory
-  KnownWords(const std::string& language, std::string dictionary_path);
-
-  /// Known stems of a sentence, sorted and without repeats: what the matcher makes of it.
-  std::vector<std::string> of(const std::string& sentence);
-
-  const std::map<std::string, int>& vocabulary() const { return vocabulary_; }
-
- private:
-  VX::Dialog::Stemmer stemmer_;
-  std::map<std::string, int> vocabulary_;
-};
+/// Known stems of a sentence, sorted and without repeats: what the published classes make of it.
+std::vector<std::string> known_stems(const velmora::Model& model, const std::string& sentence);
 
 /// Takes out of a table (id or name to sentences) the entries without a known word. Returns their
 /// keys.
 template <typename Key>
-std::vector<Key> remove_unknown(std::map<Key, std::vector<std::string>>& table, KnownWords& words) {
+std::vector<Key> remove_unknown(std::map<Key, std::vector<std::string>>& table,
+                                const velmora::Model& model) {
   std::vector<Key> removed;
   for (auto entry = table.begin(); entry != table.end();) {
     bool known = false;
     for (const std::string& sentence : entry->second) {
-      known = known || !words.of(sentence).empty();
+      known = known || !known_stems(model, sentence).empty();
     }
     if (!known) {
       removed.push_back(entry->first);

@@ -1,7 +1,7 @@
 // How far long work is, on standard error: a bar with elapsed and remaining time.
 //
 // Used by all programs. On a terminal the bar is redrawn in place; in a log file a line appears
-// every ten seconds.
+// every ten seconds. Tested by tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <chrono>

@@ -1,9 +1,6 @@
-// Reads text tables; see table-file.hpp.
 #include "table-file.hpp"
 
-#include <charconv>
 #include <iostream>
-#include <optional>
 #include <stdexcept>
 
 #include "line-reader.hpp"
@@ -46,16 +43,6 @@ std::string fault(const std::vector<std::string>& fields, const std::vector<std:
     }
   }
   return {};
-}
-
-std::optional<int> to_int(const std::string& text) {
-  int number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end) {
-    return std::nullopt;
-  }
-  return number;
 }
 
 }  // namespace
@@ -107,21 +94,6 @@ bool read_named_sentences(const std::string& path, const std::string& name_colum
   const Table table = read_table(path, {name_column, "sentence"});
   for (const TableLine& line : table.lines) {
     sentences[line.fields[0]].push_back(line.fields[1]);
-  }
-  print_complaints(table.errors);
-  return table.errors.empty();
-}
-
-bool read_numbered_sentences(const std::string& path,
-                             std::map<int, std::vector<std::string>>& sentences) {
-  Table table = read_table(path, {"rule id", "sentence"});
-  for (const TableLine& line : table.lines) {
-    if (const std::optional<int> rule_id = to_int(line.fields[0])) {
-      sentences[*rule_id].push_back(line.fields[1]);
-    } else {
-      table.errors.push_back(complaint(
-          path, line.number, "rule id '" + line.fields[0] + "' is no 32-bit whole number"));
-    }
   }
   print_complaints(table.errors);
   return table.errors.empty();

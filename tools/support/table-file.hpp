@@ -34,9 +34,5 @@ std::string complaint(const std::string& path, int line_number, const std::strin
 bool read_named_sentences(const std::string& path, const std::string& name_column,
                           std::map<std::string, std::vector<std::string>>& sentences);
 
-/// The same by number: the form of rules. A first field that is not a 32-bit int is a complaint.
-bool read_numbered_sentences(const std::string& path,
-                             std::map<int, std::vector<std::string>>& sentences);
-
 /// Writes complaints to standard error, the first ten of them in full.
 void print_complaints(const std::vector<std::string>& errors);

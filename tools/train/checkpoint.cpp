@@ -159,7 +159,8 @@ void CheckpointFile::write(const Checkpoint& checkpoint) {
   const std::uint64_t sum = checksum(bytes_of(header), bytes_of(checkpoint.word_factors));
   ReplacedFile file(path_);
   Descriptor next = open_file(file.written_path());
-  (void)next.lock();  // under the name that nobody knows yet, so that there is no moment without
+  // Locked before it gets its name, so that at no moment another run could take it.
+  (void)next.lock();
   file.write(bytes_of(header));
   file.write(bytes_of(checkpoint.word_factors));
   file.write({reinterpret_cast<const char*>(&sum), sizeof sum});

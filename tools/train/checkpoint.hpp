@@ -6,7 +6,8 @@
 //
 // Layout, all numbers in the machine's own form: "VLMTRAIN", fingerprint (8 bytes), sweeps done,
 // dimensions, words (8 bytes each), the factors column by column (4 bytes each), checksum of all
-// that (8 bytes). Used by training.cpp and sweeps.cpp. Tested by tests/checkpoint-test.cpp.
+// that (8 bytes). Used by training.cpp and sweeps.cpp. Tested by
+// tools/train/tests/checkpoint-test.cpp.
 #pragma once
 
 #include <cstdint>

@@ -6,7 +6,7 @@
 // text are refused.
 //
 // Used by corpus.cpp and training.cpp. Nothing but one batch of lines is held in memory. Tested by
-// tests/corpus-test.cpp.
+// tools/train/tests/corpus-test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -1,7 +1,7 @@
 // The corpora in memory: which words stand in which document, and how often.
 //
 // Words and labels are numbered as they come; text is not held. Used by training.cpp,
-// vocabulary.cpp and weighting.cpp. Tested by tests/corpus-test.cpp.
+// vocabulary.cpp and weighting.cpp. Tested by tools/train/tests/corpus-test.cpp.
 #pragma once
 
 #include <cstdint>

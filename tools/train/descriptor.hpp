@@ -2,7 +2,7 @@
 //
 // The lock lasts until the descriptor is closed, at the latest when the process ends, however it
 // ends: what is not locked belongs to no living process. Used by output-directory.cpp,
-// output-file.cpp and checkpoint-file.cpp. Tested by tests/program-test.cpp.
+// output-file.cpp and checkpoint-file.cpp. Tested by tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -1,5 +1,3 @@
-// Implementation of factorisation.hpp.
-//
 // Both steps solve the same kind of system, so there is one solver. With H = m G + lambda I = L L'
 // (Cholesky) and u~ = L^-1 u, the solution is L^-T times
 //

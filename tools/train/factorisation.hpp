@@ -13,7 +13,7 @@
 // the forms that are computed here, none of which touches the zeros of X.
 //
 // Results are the same, bit for bit, for any number of threads. Used by training.cpp. Tested by
-// tests/factorisation-test.cpp against a direct form.
+// tools/train/tests/factorisation-test.cpp against a direct form.
 #pragma once
 
 #include <cstddef>

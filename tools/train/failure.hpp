@@ -2,7 +2,7 @@
 //
 // Used by every stage, caught once, in main.cpp, where the text becomes the message on standard
 // error and the exit status 1. What is half done on the way is undone by destructors
-// (output-directory.hpp, output-file.hpp).
+// (output-directory.hpp, output-file.hpp). Tested by tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <stdexcept>

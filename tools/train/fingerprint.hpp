@@ -1,7 +1,7 @@
 // Tells runs of bytes apart by one number.
 //
 // Used to find repeated documents and to tell whether a checkpoint belongs to a corpus. Tested by
-// tests/checkpoint-test.cpp.
+// tools/train/tests/checkpoint-test.cpp.
 #pragma once
 
 #include <cstddef>

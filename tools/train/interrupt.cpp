@@ -1,4 +1,3 @@
-// Implementation of interrupt.hpp.
 #include "interrupt.hpp"
 
 #include <atomic>

@@ -1,7 +1,8 @@
 // Interruption by a signal: long work asks from time to time whether it is to stop.
 //
 // Used by every stage. SIGINT, SIGTERM and SIGHUP set a flag; check_interrupt turns the flag into
-// an exception, so that destructors clear what is half written. Tested by tests/program-test.cpp.
+// an exception, so that destructors clear what is half written. Tested by
+// tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <exception>

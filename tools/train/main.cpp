@@ -1,7 +1,7 @@
 // velmora-train: trains a latent model on text. Usage: velmora-train --help; docs/training.md.
 //
 // Exit status: 0 done, 1 failure, 2 wrong command line, 128 + signal when interrupted. Tested by
-// tests/program-test.cpp.
+// tools/train/tests/program-test.cpp.
 #include <cstdio>
 #include <exception>
 

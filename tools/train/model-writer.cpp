@@ -1,4 +1,3 @@
-// Implementation of model-writer.hpp.
 #include "model-writer.hpp"
 
 #include <algorithm>
@@ -117,7 +116,7 @@ void write_model(const ScaledFactors& factors, const ModelSettings& settings,
   model.lambda = factors.lambda;
   model.missing_weight = settings.missing_weight;
 
-  // The writers tell only whether a file could be opened; the reading back tells the rest.
+  // The writers report only whether a file could be opened; reading it back shows the rest.
   std::string scalar_path = directory / "model";
   std::string matrix_path = scalar_path + ".conf";
   (void)VX::Dialog::write_wordsense_model(scalar_path.data(), model);

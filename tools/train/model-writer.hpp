@@ -2,7 +2,7 @@
 //
 // Word vectors are evened out, brought to a common size, and rounded to few digits: a matrix file
 // may hold small integers, which take a quarter of the room and lose nothing that could be
-// measured. Used by training.cpp. Tested by tests/model-writer-test.cpp.
+// measured. Used by training.cpp. Tested by tools/train/tests/model-writer-test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -1,6 +1,6 @@
 // The command line of velmora-train.
 //
-// Used by main.cpp. Tested by tests/program-test.cpp.
+// Used by main.cpp. Tested by tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -3,7 +3,8 @@
 // Until then everything lies in "<directory>.partial-XXXXXX", which nothing takes for a model and
 // which goes away with the object. What a killed run leaves is cleared by the next run to the same
 // place: such a directory holds a mark, and no living process holds a lock on it. Nothing is
-// deleted but files of a model, by name. Used by training.cpp. Tested by tests/program-test.cpp.
+// deleted but files of a model, by name. Used by training.cpp. Tested by
+// tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -1,7 +1,8 @@
 // A file that is written with every step checked.
 //
 // Used for files of stems, checkpoints and the two word tables. A full disk is reported with the
-// file's name at the write or at the close where it shows. Tested by tests/program-test.cpp.
+// file's name at the write or at the close where it shows. Tested by
+// tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <sys/stat.h>

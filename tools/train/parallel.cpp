@@ -1,4 +1,3 @@
-// Implementation of parallel.hpp.
 #include "parallel.hpp"
 
 #include <algorithm>

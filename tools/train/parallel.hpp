@@ -3,6 +3,7 @@
 // Used by the corpus reader and the factorisation. Which thread does which piece is left to chance,
 // so a piece must write only what is its own; results that are added up are added up afterwards, in
 // the order of the pieces. Then the number of threads has no influence on any bit of a model.
+// Tested by tools/train/tests/factorisation-test.cpp.
 #pragma once
 
 #include <cstddef>

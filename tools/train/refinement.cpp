@@ -1,5 +1,3 @@
-// Implementation of refinement.hpp.
-//
 // With U the factors of an extract, z its values, A = I + c U'HU, a = A^-1 z, q = H U a, and g the
 // derivative of the sum by q, the derivative by the factors of the k-th word is
 //

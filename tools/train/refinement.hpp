@@ -14,7 +14,7 @@
 // "Adam: A Method for Stochastic Optimization", ICLR 2015).
 //
 // Results are the same, bit for bit, for any number of threads and on any machine of one
-// architecture. Used by training.cpp. Tested by tests/refinement-test.cpp.
+// architecture. Used by training.cpp. Tested by tools/train/tests/refinement-test.cpp.
 #pragma once
 
 #include <cstdint>

@@ -2,7 +2,8 @@
 //
 // A weight that goes through a file loses its other digits. The trainer keeps weights in memory and
 // rounds them alike, so that its matrix is the one that the library's offline tools make of the
-// same corpus. Used by vocabulary.cpp and weighting.cpp. Tested by tests/corpus-test.cpp.
+// same corpus. Used by vocabulary.cpp and weighting.cpp. Tested by
+// tools/train/tests/corpus-test.cpp.
 #pragma once
 
 #include <charconv>

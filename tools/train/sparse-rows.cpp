@@ -1,4 +1,3 @@
-// Implementation of sparse-rows.hpp.
 #include "sparse-rows.hpp"
 
 namespace velmora::trainer {

@@ -1,7 +1,7 @@
 // The corpus in memory: a sparse matrix, row by row, without the values that are not there.
 //
-// Filled by the matrix stage, one row a document; the factorisation uses it and its transpose.
-// Eight bytes for a stored value. Tested by tests/factorisation-test.cpp.
+// Word counts and weights, a row for each document; the factorisation uses the transpose, too.
+// Eight bytes for a stored value. Tested by tools/train/tests/factorisation-test.cpp.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace velmora::trainer {
 
-/// Rows one behind the other; within a row the columns rise.
+/// Rows one after the other; columns rise within a row.
 struct SparseRows {
   /// Row r holds the stored places [row_begin[r], row_begin[r + 1]).
   std::vector<std::size_t> row_begin{0};

@@ -1,6 +1,6 @@
 // The sweeps of least squares, with a checkpoint after each.
 //
-// Used by training.cpp. Tested by tests/program-test.cpp.
+// Used by training.cpp. Tested by tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <Eigen/Core>

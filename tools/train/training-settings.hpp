@@ -1,6 +1,7 @@
 // What a training depends on, with the defaults that docs/training.md explains.
 //
-// Filled by options.cpp; used by training.cpp and its stages.
+// Filled by options.cpp; used by training.cpp and its stages. Tested by
+// tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <cstddef>

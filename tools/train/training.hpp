@@ -1,6 +1,6 @@
 // The two things that velmora-train does, from settings to files.
 //
-// Used by main.cpp. Tested by tests/program-test.cpp.
+// Used by main.cpp. Tested by tools/train/tests/program-test.cpp.
 #pragma once
 
 #include <filesystem>

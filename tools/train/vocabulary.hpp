@@ -1,7 +1,7 @@
 // Choosing the dictionary and the idf values, and the two word tables of a model directory.
 //
 // Used by training.cpp. Only everyday sources are counted: frequencies in definitions or manuals
-// say little about what people type. Tested by tests/corpus-test.cpp.
+// say little about what people type. Tested by tools/train/tests/corpus-test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 // From counts to the tf-idf weights that the factorisation works on.
 //
 // Gives the same matrix as the library's offline tools (rm_infreq, index, tfidf, cpp_data_format,
-// read_smat_data) do on files. Used by training.cpp. Tested by tests/corpus-test.cpp.
+// read_smat_data) do on files. Used by training.cpp. Tested by tools/train/tests/corpus-test.cpp.
 #pragma once
 
 #include <map>

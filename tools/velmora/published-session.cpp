@@ -25,10 +25,10 @@ using AppTable = std::map<std::string, std::vector<std::string>>;
 
 /// A rule that holds no known word would match as if it were the first rule, so it is left out.
 template <typename Key>
-void drop_unknown(std::map<Key, std::vector<std::string>>& table, KnownWords& words,
+void drop_unknown(std::map<Key, std::vector<std::string>>& table, const velmora::Model& model,
                   const std::string& what) {
   constexpr std::size_t kShown = 10;
-  const std::vector<Key> removed = remove_unknown(table, words);
+  const std::vector<Key> removed = remove_unknown(table, model);
   for (std::size_t i = 0; i != std::min(removed.size(), kShown); ++i) {
     std::cerr << "velmora: warning: " << what << " " << removed[i]
               << " has no word that the model knows and is left out\n";
@@ -44,11 +44,8 @@ void drop_unknown(std::map<Key, std::vector<std::string>>& table, KnownWords& wo
 /// What a session of either kind shares.
 struct Common {
   velmora::Model model;
-  KnownWords words;
 
-  explicit Common(const DialogueOptions& options)
-      : model(open_model(options)),
-        words(options.language, (model.directory() / "dictionary").string()) {}
+  explicit Common(const DialogueOptions& options) : model(open_model(options)) {}
 
   /// A ranking without rules. Nothing is known of a sentence when the scores say nothing.
   Ranking start(const std::string& sentence, bool& known) {
@@ -59,7 +56,7 @@ struct Common {
         ranking.unknown.push_back(stem);
       }
     }
-    known = !words.of(sentence).empty();
+    known = !known_stems(model, sentence).empty();
     return ranking;
   }
 };
@@ -122,7 +119,7 @@ Session rule_session(const MatchSettings& settings) {
   auto common = std::make_shared<Common>(settings.dialogue);
   auto matcher = std::make_shared<RuleMatcher>();
   matcher->rules = read_rule_table(settings.dialogue.rules);
-  drop_unknown(matcher->rules, common->words, "rule");
+  drop_unknown(matcher->rules, common->model, "rule");
   for (const auto& [id, sentences] : matcher->rules) {
     matcher->rule_ids.insert(id);
   }
@@ -154,7 +151,7 @@ Session app_session(const MatchSettings& settings) {
   if (!read_named_sentences(settings.apps, "name", *apps)) {
     throw std::runtime_error("the applications can't be used");
   }
-  drop_unknown(*apps, common->words, "application");
+  drop_unknown(*apps, common->model, "application");
   const PublishedModel model(common->model.directory(), settings.dialogue.language);
   auto matcher = std::make_shared<AppModel>();
   if (!matcher->setModel(model.base(), settings.dialogue.language, *apps)) {

@@ -104,7 +104,7 @@ const std::tuple<const char*, int, const char*> kFailures[] = {
     {"--intents good.tsv", 2, "--intents"},
     {"--intents good.tsv good.tsv --rules 0", 2, "a number above 0"},
     {"--intents good.tsv bad.tsv", 1, "bad.tsv:1: no tab between label and"},
-    {"--pairs pairs.tsv", 1, "pairs.tsv:1: score 'x' is no number"},
+    {"--pairs pairs.tsv", 1, "pairs.tsv:1: score 'x' is not a number"},
     {"--intents unknown.tsv good.tsv", 1, "knows no word of any training"},
     {"--intents good.tsv good.tsv --bsaeline tf-idf", 2, "did you mean '--baseline'?"},
 };
@@ -123,22 +123,39 @@ TEST(Evaluate, TellsWhatIsWrong) {
   }
 }
 
-TEST(Evaluate, FailsWhenNobodyGetsTheReport) {
+const std::pair<const char*, const char*> kUnusableModels[] = {
+    {"--language enu --model absent ", "absent"},
+    {"--language enu --model enu ", "enu/model: is not a regular file"},
+    {"--language enu --model cut ", "cut/model.conf:1: the file is too short"},
+    {"--language eng --model enu/model ", "'eng'"},
+};
+
+TEST(Evaluate, AnExplicitModelIsTheOneOrAnError) {
   const Workplace place;
-  place.write("pairs.tsv", "5\tlamp\tthe light\n");
-  const ProgramResult result =
-      place.run(VELMORA_EVALUATE, std::string(kModel) + "--pairs pairs.tsv >/dev/full #", "");
-  EXPECT_EQ(result.status, 1);
+  place.write("pairs.tsv", "5\tlamp\tlight\n");
+  std::filesystem::copy(place.path("enu/model"), place.path("cut"));
+  place.write("cut/model.conf", "4 2\n1 0\n");
+  for (const auto& [model, err] : kUnusableModels) {
+    SCOPED_TRACE(model);
+    const ProgramResult result =
+        place.run(VELMORA_EVALUATE, std::string(model) + "--pairs pairs.tsv", "");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr(err));
+    EXPECT_EQ(result.out, "");
+  }
 }
 
-// Never the installed model instead.
-TEST(Evaluate, FailsWhenTheModelIsNotThere) {
+TEST(Evaluate, FailsWhenNobodyGetsTheReport) {
   const Workplace place;
-  place.write("pairs.tsv", "5\tlamp\tthe light\n");
-  const ProgramResult result =
-      place.run(VELMORA_EVALUATE, "--language enu --model none --pairs pairs.tsv", "");
-  EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.err, HasSubstr("none"));
+  place.write("pairs.tsv", "5\tlamp\tlight\n");
+  const std::string report =
+      "{ sleep 0.1; exec " VELMORA_EVALUATE " " + std::string(kModel) + "--pairs pairs.tsv; } ";
+  for (const char* lost : {">/dev/full", ">&-", "| false"}) {
+    const ProgramResult result =
+        place.run("/bin/bash", "-c 'set -o pipefail; " + report + lost + "'", "");
+    EXPECT_EQ(result.status, 1) << lost;
+    EXPECT_THAT(result.err, HasSubstr("cannot write to standard output")) << lost;
+  }
 }
 
 }  // namespace
