@@ -1,4 +1,5 @@
 // Reading and writing of the large text files, against the same through streams.
+#include <charconv>
 #include <fstream>
 #include <sstream>
 
@@ -104,9 +105,10 @@ void BM_SnapshotReadStreams(benchmark::State& state) {
 }
 BENCHMARK(BM_SnapshotReadStreams)->Unit(benchmark::kMillisecond);
 
-// A model of 20,000 words in 100 dimensions: what setModel spends most of its time on.
+// The factors of a model of 20,000 words: what setModel spends most of its time on. Argument:
+// dimension.
 void BM_ModelMatrixRead(benchmark::State& state) {
-  SyntheticDialogue dialogue(20'000, 100);
+  SyntheticDialogue dialogue(20'000, static_cast<int>(state.range(0)));
   std::string path = dialogue.engine.fModelDir + "model.conf";
   VX::Dialog::write_mat_data(path, dialogue.engine.fModel.word_factors);
   for (auto _ : state) {
@@ -114,7 +116,27 @@ void BM_ModelMatrixRead(benchmark::State& state) {
     benchmark::DoNotOptimize(VX::Dialog::read_mat_data(path.data(), matrix));
   }
 }
-BENCHMARK(BM_ModelMatrixRead)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ModelMatrixRead)->Unit(benchmark::kMillisecond)->Arg(100)->Arg(300);
+
+// The floor of it: the numbers of the file, one after another, from memory.
+void BM_ParseNumbers(benchmark::State& state) {
+  SyntheticDialogue dialogue(20'000, static_cast<int>(state.range(0)));
+  const std::string path = dialogue.engine.fModelDir + "model.conf";
+  VX::Dialog::write_mat_data(path, dialogue.engine.fModel.word_factors);
+  std::ostringstream content;
+  content << std::ifstream(path).rdbuf();
+  const std::string text = content.str();
+  for (auto _ : state) {
+    double sum = 0.0;
+    for (const char* next = text.data(); next != text.data() + text.size(); ++next) {
+      double value = 0.0;
+      next = std::from_chars(next, text.data() + text.size(), value).ptr;
+      sum += value;
+    }
+    benchmark::DoNotOptimize(sum);
+  }
+}
+BENCHMARK(BM_ParseNumbers)->Unit(benchmark::kMillisecond)->Arg(300);
 
 void BM_ModelMatrixReadStreams(benchmark::State& state) {
   SyntheticDialogue dialogue(20'000, 100);

@@ -35,7 +35,12 @@ BENCHMARK(BM_MatchInput)
     ->Args({50'000, 100, 1'000})
     ->Args({20'000, 100, 1'000})
     ->Args({20'000, 100, 10'000})
-    ->Args({20'000, 100, 100'000});
+    ->Args({20'000, 100, 100'000})
+    ->Args({20'000, 200, 1'000})
+    ->Args({20'000, 200, 10'000})
+    ->Args({20'000, 300, 1'000})
+    ->Args({20'000, 300, 10'000})
+    ->Args({20'000, 300, 100'000});
 
 // The stemmer's part of it, which is not ours to make faster here.
 void BM_Stems(benchmark::State& state) {
@@ -61,9 +66,9 @@ void BM_Inverse(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations());
 }
-BENCHMARK(BM_Inverse)->Arg(50)->Arg(100);
+BENCHMARK(BM_Inverse)->Arg(50)->Arg(100)->Arg(200)->Arg(300);
 
-// The floor of scoring: one pass over the rows. Arguments: rows, dimension.
+// What scoring every row would cost at least: one pass over them. Arguments: rows, dimension.
 void BM_MatrixVector(benchmark::State& state) {
   const Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor> rows =
       Eigen::MatrixXd::Random(state.range(0), state.range(1));
