@@ -72,6 +72,8 @@ void SyntheticDialogue::fill_rules(int count) {
   for (int rule = 0; rule != count; ++rule) {
     engine.fActive_rules.insert(rule);
   }
+  engine.fRuleIndex.renew(engine.fRuleVectors);
+  engine.fRuleIndex.trust_tables();  // as Velmora does
 }
 
 }  // namespace bench

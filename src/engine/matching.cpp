@@ -40,6 +40,7 @@ void activate_all_rules(EngineState& engine) {
   for (const auto& [rule_id, stems] : engine.fRuleWords) {
     engine.fActive_rules.insert(engine.fActive_rules.end(), rule_id);
   }
+  engine.fRuleIndex.rules_changed();
 }
 
 int match_sentence(EngineState& engine, const Reporting& reporting, const std::string& sentence,

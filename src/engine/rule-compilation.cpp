@@ -11,6 +11,7 @@
 namespace VX::Dialog::detail {
 
 void compile_rules(EngineState& engine, RuleTable& rules) {
+  engine.fRuleIndex.rules_changed();  // also when an exception ends this half-way
   renew_stemmer(engine);
   for (auto& [rule_id, sentences] : rules) {
     sentences = known_stem_set(*engine.fStemmer, sentences, engine.fVocab);

@@ -73,6 +73,7 @@ int VelmoraPrivate::xMatchInput(const std::string sentence, MatchList& matches) 
 
 void VelmoraPrivate::xUpdateActiveRules(std::set<int>& rule_ids) {
   fActive_rules.insert(rule_ids.begin(), rule_ids.end());
+  fRuleIndex.rules_changed();
 }
 
 void VelmoraPrivate::xActiveAllRules() {
@@ -83,6 +84,7 @@ void VelmoraPrivate::xUpdateDeactiveRules(std::set<int>& rule_ids) {
   for (const int rule_id : rule_ids) {
     fActive_rules.erase(rule_id);
   }
+  fRuleIndex.rules_changed();
 }
 
 std::set<int> VelmoraPrivate::getActive_rules() const {

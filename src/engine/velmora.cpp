@@ -9,7 +9,9 @@ namespace VX::Dialog {
 using detail::MatchList;
 using detail::RuleTable;
 
-Velmora::Velmora() : engine_(std::make_unique<VelmoraPrivate>()) {}
+Velmora::Velmora() : engine_(std::make_unique<VelmoraPrivate>()) {
+  engine_->fRuleIndex.trust_tables();
+}
 
 Velmora::~Velmora() = default;
 

@@ -150,7 +150,8 @@ void load_snapshot_merge(EngineState& engine, const Reporting& reporting, const 
 
 bool load_from_file(EngineState& engine, const Reporting& reporting, const std::string& name,
                     RuleTable rules, bool compile_new_rules) {
-  renew_stemmer(engine);  // first of all, also when there is no file
+  engine.fRuleIndex.rules_changed();  // also when an exception ends this half-way
+  renew_stemmer(engine);              // first of all, also when there is no file
   const std::string path = engine.fModelDir + name;
   if (!path_exists(path)) {
     return false;  // silently: whether to compile instead is the host's decision

@@ -12,7 +12,9 @@ namespace VX::Dialog {
 using detail::MatchList;
 using detail::RuleTable;
 
-AppModel::AppModel() : engine_(std::make_unique<AppModelPrivate>()) {}
+AppModel::AppModel() : engine_(std::make_unique<AppModelPrivate>()) {
+  engine_->fRuleIndex.trust_tables();
+}
 
 AppModel::~AppModel() = default;
 

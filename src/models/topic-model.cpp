@@ -11,6 +11,7 @@ using detail::RuleTable;
 
 TopicModel::TopicModel(std::string language, RuleTable topics)
     : engine_(std::make_unique<VelmoraPrivate>(language)) {
+  engine_->fRuleIndex.trust_tables();
   // A folder of this name in the working directory comes before the installed data.
   std::string path = "topicmodel.txt";
   (void)engine_->xSetModel(path, language);

@@ -109,6 +109,7 @@ void RuleIndex::renew(const VectorTable& vectors) {
   coarse_ = std::move(coarse);
   fingerprint_ = fingerprint_of(vectors);
   take_rules({}, {});
+  is_current_ = false;
 }
 
 ScoreGroups RuleIndex::best_scores(const VectorTable& vectors, const std::vector<double>& query,
@@ -211,12 +212,17 @@ const std::vector<double>& RuleIndex::vector_of(const VectorTable& vectors,
 
 void RuleIndex::refresh(const VectorTable& vectors, const std::set<int>& active,
                         RowTable& rule_rows) {
+  if (tables_are_trusted_ && is_current_) {
+    return;
+  }
   if (vectors.size() == coarse_.size() && has_rules_of(active, rule_rows)) {
     if (fingerprint_of_active(vectors) == active_fingerprint_) {
+      is_current_ = true;
       return;
     }
     renew(vectors);
   }
+  is_current_ = false;
   ActiveRows found = find_rows(vectors, active, rule_rows);
   if (!found.complete) {
     (void)vectors.at(static_cast<std::size_t>(found.outside));
@@ -226,6 +232,7 @@ void RuleIndex::refresh(const VectorTable& vectors, const std::set<int>& active,
   }
   take_rules(std::move(found.rule_ids), std::move(found.rows));
   active_fingerprint_ = fingerprint_of_active(vectors);
+  is_current_ = true;
 }
 
 // True when looking the active rules up would give the same rules and rows, and add no entry.

@@ -81,6 +81,17 @@ class RandomInput {
   std::mt19937 random_;
 };
 
+// What a class does that shows its engine to no one.
+void switch_rules(VelmoraPrivate& engine, RandomInput& random) {
+  std::set<int> on = {random.below(80), random.below(80)};
+  engine.xUpdateActiveRules(on);
+  std::set<int> off = {random.below(40), random.below(40)};
+  engine.xUpdateDeactiveRules(off);
+  if (random.once_in(2)) {
+    engine.xActiveAllRules();
+  }
+}
+
 // What no engine function does: the next match has to notice.
 void write_by_hand(EngineState& engine, RandomInput& random) {
   Vectors& vectors = engine.fRuleVectors;
@@ -113,6 +124,10 @@ TEST(Chain, GivesWhatTheEngineGives) {
     SCOPED_TRACE(seed);
     RandomInput random(seed);
     VelmoraPrivate engine;
+    const bool is_owned = random.once_in(2);
+    if (is_owned) {
+      engine.fRuleIndex.trust_tables();
+    }
     engine.fLanguage = kLanguage;
     engine.fModelDir = folder.path() + "/";
     engine.fMaxResults = random.once_in(2) ? 20 : random.below(4);
@@ -161,7 +176,7 @@ TEST(Chain, GivesWhatTheEngineGives) {
         no_numbers += std::isnan(matches[i].first);
       }
       many_groups += matches.size() == 21;
-      write_by_hand(engine, random);
+      is_owned ? switch_rules(engine, random) : write_by_hand(engine, random);
     }
   }
   // The rare cases did come.
