@@ -1,4 +1,6 @@
 // Compilation, activation, matching and word distances, on the small model.
+#include <set>
+
 #include <gtest/gtest.h>
 
 #include "engine/velmora-private.hpp"
@@ -71,6 +73,18 @@ TEST_F(Engine, RanksActiveRulesByCosine) {
   engine.xUpdateActiveRules(on);  // adds, narrows nothing
   EXPECT_EQ(engine.xMatchInput("go", matches), 1);
   EXPECT_EQ(matches.size(), 5U);  // appended
+}
+
+TEST_F(Engine, GrowsAListThatIsAppendedToInFewSteps) {
+  engine.xLoadDialogVectors(rules);
+  engine.xActiveAllRules();
+  Matches matches;
+  std::set<std::size_t> capacities;
+  for (int match = 0; match != 1000; ++match) {
+    engine.xMatchInput("go", matches);
+    capacities.insert(matches.capacity());
+  }
+  EXPECT_LT(capacities.size(), 20U);
 }
 
 TEST_F(Engine, RefusesWhatItCannotMatch) {

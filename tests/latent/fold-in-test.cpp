@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <functional>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -61,6 +62,30 @@ TEST(FoldIn, ByUpdateIsTheDirectOneToRounding) {
     short_roads += found != direct;
   }
   EXPECT_GT(short_roads, 200);
+}
+
+TEST(FoldIn, ByUpdateServesTheBundledModels) {
+  for (const std::string language : {"enu", "frf", "jpj"}) {
+    SCOPED_TRACE(language);
+    Sentence sentence(2, 0);
+    const std::string path = std::string(MODELS_DIR) + "/" + language + "/model/model";
+    ASSERT_TRUE(VX::Dialog::read_wordsense_model(path, sentence.model));
+    sentence.word_gram = compute_word_gram(sentence.model);
+    const GramInverse inverse = sentence.inverse();
+    const auto words = static_cast<int>(sentence.model.word_factors.cols());
+    std::srand(3);
+    for (const int length : {1, 2, 4, 8, 16, 32, 50}) {
+      sentence.terms.clear();
+      for (int word = 0; word != length; ++word) {
+        sentence.terms.push_back({std::rand() % words, 1.0, 0.1 * (1 + std::rand() % 90)});
+      }
+      const VectorXd direct = sentence.directly();
+      const VectorXd found =
+          fold_in_terms(sentence.terms, sentence.model, sentence.word_gram, inverse);
+      EXPECT_LE((found - direct).norm(), 1e-12 * direct.norm());
+      EXPECT_NE(found, direct);  // by the update, at every length
+    }
+  }
 }
 
 struct DirectCase {
