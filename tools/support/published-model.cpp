@@ -1,8 +1,7 @@
 #include "published-model.hpp"
 
-#include <stdlib.h>
-
 #include <cerrno>
+#include <cstdlib>
 #include <system_error>
 
 namespace fs = std::filesystem;

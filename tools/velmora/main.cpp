@@ -16,14 +16,14 @@ namespace {
 constexpr const char* kDescription =
     "Matches free user sentences against the rules of a dialogue, and helps to write the rules";
 
-constexpr const char* kFooter = "velmora COMMAND --help tells more about a command.";
+constexpr const char* kFooter =
+    "velmora COMMAND --help tells more about a command, as does velmora-COMMAND(1).";
 
 int run(int argc, char** argv) {
   CLI::App program(kDescription, "velmora");
   program.footer(kFooter);
   program.get_formatter()->column_width(28);
   program.set_version_flag("--version", "velmora " VELMORA_VERSION);
-  program.set_help_all_flag("--help-all", "Print the help of all commands and exit");
   program.require_subcommand(0, 1);
   Action action;
   add_match_command(program, action);
@@ -31,9 +31,6 @@ int run(int argc, char** argv) {
   add_lint_command(program, action);
   add_test_command(program, action);
   add_serve_command(program, action);
-  for (CLI::App* command : program.get_subcommands({})) {
-    command->set_help_all_flag();
-  }
   const std::optional<int> status = parse_command_line(program, argc, argv);
   if (!status && !action) {
     throw WrongUsage(

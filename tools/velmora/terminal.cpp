@@ -5,9 +5,9 @@
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <cwchar>
 
 #include <langinfo.h>
-#include <wchar.h>
 
 void use_utf8_locale() {
   std::setlocale(LC_CTYPE, "");
