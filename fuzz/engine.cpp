@@ -21,35 +21,7 @@ using namespace VX::Dialog;
 
 namespace {
 
-constexpr std::size_t kSectionCount = 5;
 constexpr std::size_t kMostCalls = 60;
-
-using Sections = std::array<std::string, kSectionCount>;
-
-Sections sections_of(const std::string& input) {
-  Sections sections;
-  std::size_t section = 0;
-  for (const std::string& line : lines_of(input)) {
-    if (line == "--" && section + 1 != kSectionCount) {
-      ++section;
-    } else {
-      sections[section] += line + "\n";
-    }
-  }
-  return sections;
-}
-
-// Large models take longer and show nothing new.
-bool is_small(const Sections& sections) {
-  int columns = 0;
-  int rows = 0;
-  int dim = 0;
-  std::istringstream header(sections[3]);
-  header >> columns;
-  header >> rows;
-  std::istringstream(sections[2]) >> dim;
-  return columns <= 100 && rows <= 30 && dim <= 30;
-}
 
 void check_match(VelmoraPrivate& engine, const std::string& sentence) {
   test::Matches matches;
@@ -187,8 +159,8 @@ void do_call(VelmoraPrivate& engine, test::Rules& rules, char letter, const std:
 }  // namespace
 
 void engine(const std::string& input) {
-  const Sections sections = sections_of(input);
-  if (!is_small(sections)) {
+  const Sections sections = sections_of(input, 5);
+  if (!is_small_model(sections[2], sections[3])) {
     return;
   }
   for (std::size_t file = 0; file != std::size(detail::kModelFiles); ++file) {

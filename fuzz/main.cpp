@@ -21,6 +21,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
   // Messages are still built, but not printed.
   zu::log::setConsole(false);
   std::cout.setstate(std::ios::failbit);
+  std::cerr.setstate(std::ios::failbit);
   return 0;
 }
 

@@ -9,8 +9,11 @@
 #include <stdexcept>
 
 #include <velmora/dictionary.hpp>
+#include <velmora/error.hpp>
+#include <velmora/evaluation.hpp>
 #include <velmora/matrix-files.hpp>
 #include <velmora/offline.hpp>
+#include <velmora/rules.hpp>
 #include <velmora/similarity.hpp>
 #include <velmora/snapshot.hpp>
 #include <velmora/wordsense-model.hpp>
@@ -269,6 +272,49 @@ void vector_pairs(const std::string& input) {
   const std::size_t vector_count = load_precompiled_ls(path).size();
   require(lines_of(folder().read("cosines")).size() == (vector_count + 1) / 2,
           "each pair has its cosine");
+}
+
+void rules_file(const std::string& input) {
+  const std::string path = folder().write("rules", input);
+  try {
+    const std::vector<velmora::Rule> rules = velmora::read_rules(path);
+    std::string text;
+    for (const velmora::Rule& rule : rules) {
+      require(!rule.sentences.empty(), "a rule has a sentence");
+      require(rule.lines.size() == rule.sentences.size(), "a sentence has its line");
+      for (const std::string& sentence : rule.sentences) {
+        text += std::to_string(rule.id) + "\t" + sentence + "\n";
+      }
+    }
+    const std::vector<velmora::Rule> again = velmora::read_rules(folder().write("again", text));
+    require(std::equal(rules.begin(), rules.end(), again.begin(), again.end(),
+                       [](const velmora::Rule& one, const velmora::Rule& other) {
+                         return one.id == other.id && one.sentences == other.sentences;
+                       }),
+            "what was read is read again");
+  } catch (const velmora::Error& error) {
+    require(std::string(error.what()).starts_with(path), "an error names its file");
+  }
+}
+
+void expectations_file(const std::string& input) {
+  const std::string path = folder().write("expectations", input);
+  try {
+    std::string text;
+    const std::vector<velmora::Expectation> expectations = velmora::read_expectations(path);
+    for (const velmora::Expectation& expectation : expectations) {
+      text += (expectation.id ? std::to_string(*expectation.id) : "-") + "\t" +
+              expectation.sentence + "\n";
+    }
+    const auto again = velmora::read_expectations(folder().write("again", text));
+    require(std::equal(expectations.begin(), expectations.end(), again.begin(), again.end(),
+                       [](const velmora::Expectation& one, const velmora::Expectation& other) {
+                         return one.id == other.id && one.sentence == other.sentence;
+                       }),
+            "what was read is read again");
+  } catch (const velmora::Error& error) {
+    require(std::string(error.what()).starts_with(path), "an error names its file");
+  }
 }
 
 }  // namespace fuzz

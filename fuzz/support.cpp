@@ -1,7 +1,7 @@
 #include "support.hpp"
 
+#include <cstdio>
 #include <cstdlib>
-#include <iostream>
 #include <sstream>
 
 namespace fuzz {
@@ -13,7 +13,7 @@ const test::TemporaryFolder& folder() {
 
 void require(bool holds, const char* what) {
   if (!holds) {
-    std::cerr << "does not hold: " << what << "\n";
+    std::fprintf(stderr, "does not hold: %s\n", what);
     std::abort();
   }
 }
@@ -25,6 +25,30 @@ std::vector<std::string> lines_of(const std::string& text) {
     lines.push_back(line);
   }
   return lines;
+}
+
+Sections sections_of(const std::string& input, std::size_t count) {
+  Sections sections(count);
+  std::size_t section = 0;
+  for (const std::string& line : lines_of(input)) {
+    if (line == "--" && section + 1 != count) {
+      ++section;
+    } else {
+      sections[section] += line + "\n";
+    }
+  }
+  return sections;
+}
+
+bool is_small_model(const std::string& model, const std::string& factors) {
+  int columns = 0;
+  int rows = 0;
+  int dim = 0;
+  std::istringstream header(factors);
+  header >> columns;
+  header >> rows;
+  std::istringstream(model) >> dim;
+  return columns <= 100 && rows <= 30 && dim <= 30;
 }
 
 }  // namespace fuzz

@@ -17,4 +17,15 @@ void require(bool holds, const char* what);
 /// The lines of a text, as std::getline gives them.
 std::vector<std::string> lines_of(const std::string& text);
 
+/// The files that an input consists of.
+using Sections = std::vector<std::string>;
+
+/// Cuts an input at lines "--" into `count` sections. The last one takes the rest.
+Sections sections_of(const std::string& input, std::size_t count);
+
+/// False for a model that takes long and shows nothing new.
+///
+/// model, factors   contents of the files "model" and "model.conf"
+bool is_small_model(const std::string& model, const std::string& factors);
+
 }  // namespace fuzz

@@ -1,0 +1,93 @@
+// What users hand to the programs: command lines, tables and lists of ids.
+#include <algorithm>
+#include <set>
+#include <sstream>
+#include <vector>
+
+#include "command-line.hpp"
+#include "commands.hpp"
+#include "evaluate-options.hpp"
+#include "id-list.hpp"
+#include "options.hpp"
+#include "support.hpp"
+#include "table-file.hpp"
+
+namespace fuzz {
+
+namespace {
+
+int parse_velmora(int argc, char** argv) {
+  CLI::App program("", "velmora");
+  program.require_subcommand(1);
+  Action action;
+  add_match_command(program, action);
+  add_explain_command(program, action);
+  add_lint_command(program, action);
+  add_test_command(program, action);
+  add_serve_command(program, action);
+  return parse_command_line(program, argc, argv).value_or(0);
+}
+
+int parse_evaluate(int argc, char** argv) {
+  EvaluateOptions options;
+  return read_options(argc, argv, options).value_or(0);
+}
+
+int parse_train(int argc, char** argv) {
+  return velmora::trainer::parse_options(argc, argv).exit_status.value_or(0);
+}
+
+}  // namespace
+
+// An input holds one argument a line. Every program has to accept or refuse them.
+void command_line(const std::string& input) {
+  std::vector<std::string> arguments = lines_of(input);
+  arguments.insert(arguments.begin(), "program");
+  std::vector<char*> argv;
+  for (std::string& argument : arguments) {
+    std::replace(argument.begin(), argument.end(), '\0', ' ');
+    argv.push_back(argument.data());
+  }
+  argv.push_back(nullptr);
+  const int argc = static_cast<int>(arguments.size());
+  for (const auto parse : {parse_velmora, parse_evaluate, parse_train}) {
+    const int status = parse(argc, argv.data());
+    require(status == 0 || status == 2, "a command line is accepted or refused");
+  }
+}
+
+void table_file(const std::string& input) {
+  const std::string path = folder().write("table", input);
+  const Table table = read_table(path, {"id", "sentence"});
+  require(!table.lines.empty() || !table.errors.empty(), "an empty table is an error");
+  for (const TableLine& line : table.lines) {
+    require(line.fields.size() == 2, "each line has its fields");
+    require(!line.fields[0].empty() && !line.fields[1].empty(), "no field is empty");
+  }
+  for (const std::string& error : table.errors) {
+    require(error.starts_with(path), "an error names its file");
+  }
+  std::map<int, std::vector<std::string>> rules;
+  if (read_numbered_sentences(path, rules)) {
+    require(table.errors.empty() && !rules.empty(), "a good table has rules");
+  }
+}
+
+// An input holds a list of ids, and below it the ids that there are.
+void id_list(const std::string& input) {
+  const std::size_t end = std::min(input.find('\n'), input.size());
+  std::istringstream in(input.substr(end));
+  std::set<int> ids;
+  for (int id = 0; in >> id;) {
+    ids.insert(id);
+  }
+  try {
+    const std::set<int> picked = pick_ids(input.substr(0, end), ids);
+    require(std::includes(ids.begin(), ids.end(), picked.begin(), picked.end()),
+            "what is picked is there");
+  } catch (const WrongUsage&) {
+    // The list names no rule, or is not a list.
+  }
+}
+
+}  // namespace fuzz
