@@ -1,4 +1,4 @@
-// A matcher over named applications.
+// A matcher over named applications. Tested by tests/models/models-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// Switches for the developer's dumps of the warm start.
+// Switches for the developer's dumps of the warm start. Tested by tests/engine/warm-start-test.cpp.
 #pragma once
 
 #include <velmora/export.hpp>

@@ -1,4 +1,4 @@
-// The one exception of the second front door.
+// The one exception of the second front door. Tested by tests/matcher/files-test.cpp.
 #pragma once
 
 #include <stdexcept>

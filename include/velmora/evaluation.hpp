@@ -1,4 +1,5 @@
 // How well a set of rules answers sentences whose answers are known.
+// Tested by tests/matcher/evaluation-test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Why a rule has its score.
+// Why a rule has its score. Tested by tests/matcher/matcher-test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -8,6 +8,7 @@
 //
 // the sentence-side step of weighted alternating least squares (W. Guo and M. Diab, "Modeling
 // Sentences in the Latent Space", ACL 2012). m P P' does not depend on the sentence: word_gram.
+// Tested by tests/latent/inference-test.cpp.
 #pragma once
 
 #include <velmora/eigen.hpp>

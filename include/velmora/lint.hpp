@@ -1,4 +1,5 @@
 // Faults of a set of rules that can be found without a single user.
+// Tested by tests/matcher/lint-test.cpp.
 #pragma once
 
 #include <cstddef>

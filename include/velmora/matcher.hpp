@@ -11,6 +11,7 @@
 // A sentence and the sentences of the rules are compared in three views: latent vectors (W. Guo and
 // M. Diab, "Modeling Sentences in the Latent Space", ACL 2012), stems weighted by their rarity, and
 // pieces of words, which survive typing errors. ScoreOptions tells how a score is made of them.
+// Tested by tests/matcher/matcher-test.cpp.
 #pragma once
 
 #include <cstddef>

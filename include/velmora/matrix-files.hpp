@@ -4,6 +4,7 @@
 // do not look at the state of the file between numbers: in a file that ends early or holds text,
 // the remaining elements are what a failed stream extraction leaves. Failures to open are logged
 // under "LibVelmora.Corpus". Calls on different files and matrices may overlap.
+// Tested by tests/latent/matrix-files-test.cpp.
 #pragma once
 
 #include <string>

@@ -2,6 +2,8 @@
 //
 //   const velmora::Model model = velmora::Model::installed("enu");
 //   model.stems("Switch the lights on!");    // {"light", "on", "switch", "the"}
+//
+// Tested by tests/matcher/model-test.cpp.
 #pragma once
 
 #include <cstddef>

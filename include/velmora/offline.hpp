@@ -7,6 +7,7 @@
 // words. A file that can't be opened for reading reads as empty, and one that can't be written
 // swallows what is written; neither is reported. Each routine reads its input to the end before it
 // opens its output, but for index. Calls on different files may overlap.
+// Tested by tests/offline/offline-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// Rules of a dialogue, in memory and as a file.
+// Rules of a dialogue, in memory and as a file. Tested by tests/matcher/files-test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// The similarity measure of the whole system.
+// The similarity measure of the whole system. Tested by tests/offline/offline-test.cpp.
 #pragma once
 
 #include <string>

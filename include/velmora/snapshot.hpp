@@ -1,4 +1,5 @@
 // Snapshot files: compiled rule vectors, keyed by stem set. Format: docs/file-formats.md.
+// Tested by tests/snapshot/snapshot-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,7 +1,7 @@
 // From weights to a term matrix, and from matrices back to vectors.
 //
 // Neither function keeps state; calls may overlap on different data. Messages go to the log
-// category "LibVelmora.Query".
+// category "LibVelmora.Query". Tested by tests/text/text-tables-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,7 +1,7 @@
 // From word ids to weights.
 //
 // Keeps no state; calls may overlap on different data. Messages go to the log category
-// "LibVelmora.Query".
+// "LibVelmora.Query". Tested by tests/text/text-tables-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// A ready-made matcher over a fixed table of topics.
+// A ready-made matcher over a fixed table of topics. Tested by tests/models/models-test.cpp.
 #pragma once
 
 #include <map>

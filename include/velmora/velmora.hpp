@@ -17,7 +17,7 @@
 // 128 KiB of stack are enough for every operation. Sentences may have any length, but time and
 // memory grow with it: a host that takes text from strangers cuts it, say at 10,000 bytes. Where a
 // damaged model or snapshot is possible, a score can be NaN: write !(score >= threshold), never
-// score < threshold, to refuse an answer.
+// score < threshold, to refuse an answer. Tested by tests/api/velmora-test.cpp.
 #pragma once
 
 #include <map>

@@ -2,6 +2,7 @@
 //
 // Every caller keeps this order: construct the record, initialize_wordsense_corpus,
 // wordsense_inference, delete_wordsense_corpus, and later the destructor.
+// Tested by tests/latent/matrix-files-test.cpp.
 #pragma once
 
 #include <velmora/eigen.hpp>

@@ -2,6 +2,7 @@
 //
 // The method is weighted textual matrix factorisation (W. Guo and M. Diab, "Modeling Sentences in
 // the Latent Space", ACL 2012). Files: docs/file-formats.md.
+// Tested by tests/latent/matrix-files-test.cpp.
 #pragma once
 
 #include <string>

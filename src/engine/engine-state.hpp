@@ -3,7 +3,7 @@
 // VelmoraPrivate and AppModelPrivate are this state plus their published members; every member is a
 // line or two around a function over the state (rule-compilation.hpp, matching.hpp, ...). What
 // differs between the two is an argument: a threshold, or how the engine reports. Not installed.
-// Tested by the tests in tests/engine/.
+// Tested by tests/engine/matching-test.cpp and its neighbours.
 #pragma once
 
 #include <map>

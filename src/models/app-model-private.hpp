@@ -2,6 +2,7 @@
 //
 // It differs from VelmoraPrivate in its log category, in the threshold of matching, and in the
 // members that it offers. Exported for a linker, not installed.
+// Tested by tests/models/models-test.cpp.
 #pragma once
 
 #include <map>

@@ -2,6 +2,7 @@
 //
 // A site checks the level before it builds the message. Records carry no file name and line 0; the
 // function name is a literal. Used by every module. Not installed.
+// Tested by tests/engine/matching-test.cpp.
 #pragma once
 
 #include <zu/log.hpp>

@@ -1,6 +1,7 @@
 // Whole text files and their lines and tokens.
 //
-// Used by every reader. Not installed. Tested through the readers.
+// Used by every reader. Not installed. Tested by tests/text/text-tables-test.cpp and those of the
+// other readers.
 #pragma once
 
 #include <optional>

@@ -1,6 +1,6 @@
 // Puts models side by side: what different trainings know about the same words in one model.
 //
-// Used by main.cpp. Tested by tests/teacher-test.cpp.
+// Used by main.cpp. Tested by tools/train/tests/teacher-test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -12,7 +12,7 @@
 //
 // Nothing here is random, and all sums have a fixed order: the same texts and vectors give the same
 // bits with any number of threads and on any machine of one architecture. Used by training.cpp.
-// Tested by tests/teacher-test.cpp.
+// Tested by tools/train/tests/teacher-test.cpp.
 #pragma once
 
 #include <functional>

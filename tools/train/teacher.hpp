@@ -2,7 +2,7 @@
 //
 // Line k of the corpora belongs to row k of a file of vectors; a row of zeros means that the line
 // has no teacher. Used by training.cpp; regression.hpp finds the word vectors whose sums follow the
-// teacher. Tested by tests/teacher-test.cpp.
+// teacher. Tested by tools/train/tests/teacher-test.cpp.
 #pragma once
 
 #include <filesystem>

@@ -1,6 +1,6 @@
 // Reads a matrix of NumPy's file format (.npy), row by row: what numpy.save writes.
 //
-// Used by teacher.cpp. Never holds more than a row. Tested by tests/teacher-test.cpp.
+// Used by teacher.cpp. Never holds more than a row. Tested by tools/train/tests/teacher-test.cpp.
 #pragma once
 
 #include <cstddef>

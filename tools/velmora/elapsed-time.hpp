@@ -1,7 +1,7 @@
-// Shows the elapsed time of work that can't say how far it is.
+// Shows the elapsed time of work that can't report its progress, on a terminal only.
 //
-// Tested by hand: it draws on a terminal only. Used by `velmora match --published`, whose classes
-// compile all rules in one call; tools/velmora/tests/published-test.cpp runs it.
+// Used by `velmora match --published`, whose classes compile all rules in one call. Tested by
+// tools/velmora/tests/published-test.cpp, but for what it draws.
 #pragma once
 
 #include <condition_variable>

@@ -1,4 +1,5 @@
 // How close the rules of a dialogue are to one another.
+// Tested by tools/velmora/tests/serve_transport_test.py.
 #pragma once
 
 #include <cstddef>

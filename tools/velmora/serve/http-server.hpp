@@ -1,4 +1,5 @@
 // The transport of `velmora serve`: sockets, threads and limits around http-interface.hpp.
+// Tested by tools/velmora/tests/serve_transport_test.py.
 #pragma once
 
 #include <functional>

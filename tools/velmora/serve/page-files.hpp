@@ -1,4 +1,5 @@
 // The files of the page, embedded in the program by embed-files.cmake.
+// Tested by tools/velmora/tests/serve_transport_test.py.
 #pragma once
 
 #include <string>

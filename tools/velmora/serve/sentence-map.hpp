@@ -1,4 +1,5 @@
 // Sentences as points in two dimensions: the principal components of their latent vectors.
+// Tested by tools/velmora/tests/serve_transport_test.py.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// Marks what libzu offers to a linker; all else is hidden.
+// Marks what libzu offers to a linker; all else is hidden. Tested by tests/api/exported-symbols.
 #pragma once
 
 /// Visible to a linker.
