@@ -107,10 +107,11 @@ def japanese_marks(name):
                     yield word, place == 0, set(re.findall(r"\[([a-z]+\d+)\]", writing))
 
 
-class EdictEntry(namedtuple("EdictEntry", "word reading is_common is_kana glosses")):
+class EdictEntry(namedtuple("EdictEntry", "word reading is_common is_kana changes_ending glosses")):
     """A word and its reading, if it has another; whether they are common; whether
-    the first sense is usually written in kana; English translations, those of
-    the first sense first.
+    the first sense is usually written in kana; whether it is a verb of the class
+    that changes its last letter; English translations, those of the first sense
+    first.
     """
 
     @property
@@ -128,6 +129,8 @@ def edict_entries():
                 continue
             glosses = [re.sub(r"\([^()]*\)|\{[^{}]*\}", " ", gloss) for gloss in rest.split("/")]
             glosses = [clean(gloss) for gloss in glosses if not gloss.startswith("EntL")]
-            yield EdictEntry(match.group(1), match.group(2), "(P)" in rest, "(uk)" in rest.partition("(2)")[0],
+            first_sense = rest.partition("(2)")[0]
+            yield EdictEntry(match.group(1), match.group(2), "(P)" in rest, "(uk)" in first_sense,
+                             re.search(r"\([a-z0-9,-]*\bv5", first_sense) is not None,
                              [gloss for gloss in glosses if gloss])
 

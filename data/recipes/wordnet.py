@@ -4,7 +4,7 @@ import functools
 import re
 from collections import namedtuple
 
-from corpus import clean
+from corpus import Document, clean
 from downloads import unpack
 
 Synset = namedtuple("Synset", "lemmas definition examples related")
@@ -63,15 +63,15 @@ def documents():
     ("synonyms").
     """
     for synset in synsets():
-        yield "wordnet", " ".join(synset.lemmas) + " : " + synset.definition
+        yield Document("wordnet", " ".join(synset.lemmas) + " : " + synset.definition)
         for example in synset.examples:
-            yield "examples", example
-        yield "synonyms", " ".join(synset.lemmas + synset.related)
+            yield Document("examples", example)
+        yield Document("synonyms", " ".join(synset.lemmas + synset.related))
 
 
 def texts(label):
     """The documents of one label."""
-    return (text for its_label, text in documents() if its_label == label)
+    return (document.text for document in documents() if document.label == label)
 
 
 def irregular_forms():

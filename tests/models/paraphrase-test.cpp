@@ -1,6 +1,6 @@
 // Whether the bundled models understand what people say instead of the sentences of a rule.
 //
-// household-<language>.tsv is the dialogue, household-<language>-expect.tsv the sentences; both
+// <dialogue>-<language>.tsv are the rules, <dialogue>-<language>-expect.tsv the sentences; all
 // were written before any model was tried on them. Here through the published classes; `velmora
 // test` asks the same of the second front door.
 #include <filesystem>
@@ -18,50 +18,57 @@ namespace {
 
 using Rules = std::map<int, std::vector<std::string>>;
 
-constexpr int kParaphrases = 20;
-
-// The aim is 16 in every language. What a bundled model has reached, it must not lose.
-const std::map<std::string, int> kUnderstood = {{"enu", 16}, {"frf", 18}, {"jpj", 17}};
-
-struct Dialogue {
-  Rules rules;
-  /// Rule id to what people say instead.
-  Rules paraphrases;
+// What a bundled model has reached, it must not lose; a sentence or two are left to chance where
+// many are hard. The household has 20 sentences, the others 30 that hardly share a word with their
+// rules.
+struct Case {
+  const char* dialogue;
+  const char* language;
+  int understood;
 };
 
-Dialogue read_dialogue(const std::string& language) {
-  const std::string folder = DIALOGUES_DIR;
-  Dialogue dialogue;
-  EXPECT_TRUE(read_numbered_sentences(folder + "/household-" + language + ".tsv", dialogue.rules));
-  std::map<std::string, std::vector<std::string>> expected;
-  EXPECT_TRUE(
-      read_named_sentences(folder + "/household-" + language + "-expect.tsv", "rule id", expected));
-  expected.erase("-");  // what no rule is meant to answer
-  for (const auto& [rule_id, sentences] : expected) {
-    dialogue.paraphrases[std::stoi(rule_id)] = sentences;
-  }
-  return dialogue;
+void PrintTo(const Case& c, std::ostream* out) {
+  *out << c.dialogue << ' ' << c.language;
 }
 
-class Paraphrases : public ::testing::TestWithParam<const char*> {};
+const Case kCases[] = {
+    {"household", "enu", 19}, {"household", "frf", 19}, {"household", "jpj", 18},
+    {"library", "enu", 16},   {"library", "frf", 11},   {"library", "jpj", 17},
+    {"travel", "enu", 15},    {"travel", "frf", 13},    {"travel", "jpj", 17},
+};
+
+// Sentences by rule; what stands for no rule ("-") is left out.
+Rules read_sentences(const std::string& file) {
+  std::map<std::string, std::vector<std::string>> named;
+  EXPECT_TRUE(read_named_sentences(DIALOGUES_DIR "/" + file, "rule id", named));
+  named.erase("-");
+  Rules rules;
+  for (const auto& [rule_id, sentences] : named) {
+    rules[std::stoi(rule_id)] = sentences;
+  }
+  return rules;
+}
+
+class Paraphrases : public ::testing::TestWithParam<Case> {};
 
 TEST_P(Paraphrases, AreUnderstood) {
-  std::string language = GetParam();
+  std::string language = GetParam().language;
   const std::string data = zu::path::findData("dialog", "velmora/data/" + language + "/model/");
   if (!std::filesystem::exists(data)) {
     GTEST_SKIP() << "no model for " << language << ": data/" << language << "/model is missing";
   }
   zu::log::setLevel(zu::log::Level::error);
-  const Dialogue dialogue = read_dialogue(language);
+  const std::string name = GetParam().dialogue + ("-" + language);
+  Rules rules = read_sentences(name + ".tsv");
   VX::Dialog::Velmora matcher;
   std::string base = "models", unused;
   ASSERT_TRUE(matcher.setModel(base, language));
-  ASSERT_TRUE(matcher.loadDialogVectors(unused, dialogue.rules));
+  ASSERT_TRUE(matcher.loadDialogVectors(unused, rules));
   matcher.activeAllRules(unused);
 
   int understood = 0;
   std::string missed;
-  for (const auto& [rule_id, sentences] : dialogue.paraphrases) {
+  for (const auto& [rule_id, sentences] : read_sentences(name + "-expect.tsv")) {
     for (const std::string& sentence : sentences) {
       std::vector<std::pair<double, std::vector<int>>> matches;
       ASSERT_EQ(matcher.matchInput(sentence, matches, unused), 1);
@@ -69,15 +76,16 @@ TEST_P(Paraphrases, AreUnderstood) {
       if (best == std::vector<int>{rule_id}) {
         ++understood;
       } else {
-        missed += "\n  " + sentence + " -> " + dialogue.rules.at(best.front()).front();
+        missed += "\n  " + sentence + " -> " + rules.at(best.front()).front();
       }
     }
   }
   RecordProperty("understood", understood);
-  EXPECT_GE(understood, kUnderstood.at(language)) << "of " << kParaphrases << missed;
+  EXPECT_GE(understood, GetParam().understood) << missed;
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, Paraphrases, ::testing::Values("enu", "frf", "jpj"),
-                         [](const auto& language) { return std::string(language.param); });
+INSTANTIATE_TEST_SUITE_P(Dialogues, Paraphrases, ::testing::ValuesIn(kCases), [](const auto& c) {
+  return std::string(c.param.dialogue) + "_" + c.param.language;
+});
 
 }  // namespace
