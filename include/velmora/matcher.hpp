@@ -49,9 +49,10 @@ struct MatcherData;
 /// sentences to their rules. a is its column in a kernel ridge regression over the similarity k of
 /// two sentences in all three views (0.4 latent, 0.3 words, 0.3 characters). m is the mean number
 /// of sentences a rule: a regression has much to say where rules have many sentences, and shared
-/// words where they have few. g, between 0 and 1, is min(1, max over the active rules of
-/// max_j x.w(j) / shared_words): the counting parts fade where no rule shares much with what was
-/// said.
+/// words where they have few. g is min(1, u + s / shared_words), where s is the
+/// highest x.w(j) of the active rules, and u the share of the words of the sentence that the model
+/// does not know (by their squared weights): the counting parts fade where no rule shares much with
+/// what was said, unless it is mostly words without a meaning to the model.
 struct ScoreOptions {
   double nearest = 0.75;
   double centre = 1.25;
@@ -71,7 +72,7 @@ struct ScoreOptions {
 /// A rule that answers a sentence.
 struct Match {
   int id = 0;
-  /// At most 1; what is unrelated lies around 0.
+  /// Rarely above 1; what is unrelated lies around 0.
   double score = 0.0;
   /// Which sentence of the rule came closest: an index into Rule::sentences.
   std::size_t sentence = 0;
@@ -92,7 +93,7 @@ struct Answer {
 };
 
 /// Some of the rules of a matcher, prepared for matching; made by Matcher::activate. Immutable,
-/// cheap to copy and safe from any thread; it does not outlive its use with another matcher.
+/// cheap to copy and safe from any thread; serves the matcher that made it, and its copies.
 class VELMORA_EXPORT ActiveRules {
  public:
   /// Number of active rules.
@@ -118,7 +119,7 @@ struct MatchOptions {
   const ActiveRules* active = nullptr;
 };
 
-/// Told how far a long piece of work has come.
+/// Hears how many steps of a long piece of work are done.
 using Progress = std::function<void(std::size_t done, std::size_t total)>;
 
 /// Rules compiled for matching. Immutable and shared: a copy costs as much as a shared pointer, and
@@ -133,8 +134,8 @@ class VELMORA_EXPORT Matcher {
   /// rules   any number, in any order. Throws Error when an id comes twice or a rule has no
   ///         sentence. A sentence may be any text; lint() tells which of them are of no use.
   ///
-  /// progress   called on this thread after each sentence, with the number of sentences that are
-  ///            done and of all; the regressions are solved after the last
+  /// progress   called on this thread, twice for each sentence; the regressions are solved after
+  ///            the last call
   Matcher(Model model, std::vector<Rule> rules, const ScoreOptions& options = {},
           const Progress& progress = {});
 

@@ -28,11 +28,22 @@ std::vector<std::pair<int, std::size_t>> places_by_id(const std::vector<Rule>& r
   return by_id;
 }
 
-std::vector<SentenceText> texts_of(const Model& model, const std::vector<Rule>& rules) {
+// Every sentence is met twice: to be cut into words, and to be seen in the three views.
+constexpr std::size_t kStepsOfSentence = 2;
+
+std::vector<SentenceText> texts_of(const Model& model, const std::vector<Rule>& rules,
+                                   const Progress& progress) {
+  std::size_t sentence_count = 0;
+  for (const Rule& rule : rules) {
+    sentence_count += rule.sentences.size();
+  }
   std::vector<SentenceText> texts;
   for (const Rule& rule : rules) {
     for (const std::string& sentence : rule.sentences) {
       texts.push_back(model.data().text(sentence));
+      if (progress) {
+        progress(texts.size(), kStepsOfSentence * sentence_count);
+      }
     }
   }
   return texts;
@@ -70,7 +81,7 @@ MatcherData::MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& 
       rules(std::move(given)),
       options(how),
       by_id(places_by_id(rules)),
-      texts(texts_of(model, rules)),
+      texts(texts_of(model, rules, progress)),
       views(model, texts) {
   for (std::size_t place = 0; place != rules.size(); ++place) {
     first_sentence.push_back(rule_of.size());
@@ -96,7 +107,7 @@ void MatcherData::see_sentences(const Progress& progress) {
     sentences.words.push_back(views.words(texts[j].stems));
     sentences.characters.push_back(views.characters(texts[j].words));
     if (progress) {
-      progress(j + 1, n);
+      progress(n + j + 1, kStepsOfSentence * n);
     }
   }
 }

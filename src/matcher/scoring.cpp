@@ -28,6 +28,7 @@ Query make_query(const MatcherData& matcher, std::string_view sentence) {
       query.unknown.push_back(stem);
     }
   }
+  query.unknown_share = matcher.views.unknown_share(query.text.stems);
   query.latent = matcher.model.data().latent_vector(query.text.stems);
   query.words = matcher.views.words(query.text.stems);
   query.characters = matcher.views.characters(query.text.words);
@@ -90,7 +91,7 @@ void Scores::add_counting_parts() {
                         (nearest_characters + all_characters * matcher_.character_scale[place]));
   }
   if (options.shared_words > 0.0) {
-    counting_ = std::min(1.0, most_shared / options.shared_words);
+    counting_ = std::min(1.0, query_.unknown_share + most_shared / options.shared_words);
   }
   for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
     sums_[rule] += counting_ * parts[rule];

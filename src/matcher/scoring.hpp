@@ -20,6 +20,8 @@ struct Query {
   SentenceText text;
   /// Stems that neither model nor rules know.
   std::vector<std::string> unknown;
+  /// Share (0 to 1) of the squared weights of the stems that are not in the dictionary.
+  double unknown_share;
   Eigen::VectorXd latent;
   SparseVector words;
   SparseVector characters;

@@ -141,6 +141,17 @@ SparseVector Views::words(const std::vector<std::string>& stems) const {
   return vector;
 }
 
+double Views::unknown_share(const std::vector<std::string>& stems) const {
+  double all = 0.0;
+  double unknown = 0.0;
+  for (const std::string& stem : stems) {
+    const double weight = weight_of(word_id(stem));
+    all += weight * weight;
+    unknown += model_.knows(stem) ? 0.0 : weight * weight;
+  }
+  return all > 0.0 ? unknown / all : 1.0;
+}
+
 SparseVector Views::characters(const std::vector<std::string>& words) const {
   std::vector<int> ids;
   for (const std::string& word : words) {

@@ -41,6 +41,10 @@ class Views {
   /// left out.
   SparseVector words(const std::vector<std::string>& stems) const;
 
+  /// What part of the word view, by its squared weights, belongs to stems outside the dictionary:
+  /// from 0 to 1, and 1 for a sentence without stems.
+  double unknown_share(const std::vector<std::string>& stems) const;
+
   /// Character view: pieces of the words as they were typed, by (1 + log count) * idf, the idf from
   /// the sentences of the rules. Endings that the stemmer cuts off count here, and a typing error
   /// leaves most pieces of a word whole. Pieces that are in no rule are left out.

@@ -8,9 +8,11 @@
 
 #include <velmora/app-model.hpp>
 #include <velmora/inference.hpp>
+#include <velmora/matcher.hpp>
 #include <velmora/velmora.hpp>
 
 #include "kit/fixtures.hpp"
+#include "kit/small-model.hpp"
 
 namespace {
 
@@ -78,6 +80,21 @@ TEST(Threads, InferencesShareAModel) {
   for (const Eigen::MatrixXd& other : latent) {
     EXPECT_EQ(other, latent[0]);
   }
+}
+
+TEST(Threads, ShareAMatcher) {
+  const velmora::Matcher matcher(small_model(), {{1, {"go up", "walk"}}, {2, {"stop", "go to"}}});
+  const velmora::ActiveRules active = matcher.activate({2});
+  const double expected = matcher.match("walk to stop").best()->score;
+  in_threads(4, [&](int) {
+    for (int round = 0; round != 50; ++round) {
+      EXPECT_EQ(matcher.match("walk to stop").best()->score, expected);
+      EXPECT_EQ(matcher.match("walk", {1, 0.0, &active}).margin,
+                std::numeric_limits<double>::infinity());
+      EXPECT_EQ(matcher.explain("walk to stop", 2).unknown, Lines());
+    }
+    EXPECT_EQ(matcher.match({"go", "stop", "up"}, {}, 2).size(), 3U);
+  });
 }
 
 }  // namespace
