@@ -29,7 +29,7 @@ class VELMORA_EXPORT AppModel {
   ///
   /// False: no model was found, or its scalar file can't be read. The names are entered all the
   /// same, and isReady keeps its value. Meant for a fresh object: names of an earlier call stay
-  /// where the new table is shorter, and vectors are appended as Velmora::loadDialogVectors tells.
+  /// where the new table is shorter, and vectors are appended as Velmora::loadDialogVectors says.
   /// Throws what Velmora::setModel and Velmora::loadDialogVectors throw.
   bool setModel(const std::string path, const std::string language,
                 std::map<std::string, std::vector<std::string>>& applications);

@@ -1,7 +1,7 @@
 // Readers of the two word tables of a model directory: "dictionary" and "idf".
 //
-// Formats: docs/file-formats.md. Both are safe from any thread.
-// Tested by tests/text/text-tables-test.cpp.
+// Formats: docs/file-formats.md. Both are safe from any thread. Tested by
+// tests/text/text-tables-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,5 +1,5 @@
-// Marks what the shared library offers to a linker; all else is hidden.
-// Tested by tests/api/exported-symbols.
+// Marks what the shared library offers to a linker; all else is hidden. Tested by
+// tests/api/exported-symbols.
 #pragma once
 
 /// Visible to a linker.

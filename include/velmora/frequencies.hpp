@@ -1,4 +1,5 @@
 // Word counts over sentences in memory and over a text file.
+//
 // Tested by tests/text/text-tables-test.cpp.
 #pragma once
 

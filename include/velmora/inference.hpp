@@ -44,6 +44,6 @@ VELMORA_EXPORT Eigen::MatrixXd filterMat(Eigen::MatrixXd& matrix);
 /// the rest, which negative entries leave over, is 0.
 VELMORA_EXPORT Eigen::VectorXd filter_vec_(Eigen::VectorXd& vector);
 
-/// With c entries that are not 0, a vector of c elements in which entry i stands at i * c: only an
+/// With c entries that are not 0, a vector of c elements with entry i at position i * c: only an
 /// entry at 0 lands inside, the rest is dropped. A scatter, not a compaction; nothing uses it.
 VELMORA_EXPORT Eigen::VectorXd filter_vec_2(Eigen::VectorXd vector);

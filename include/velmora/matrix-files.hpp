@@ -3,8 +3,8 @@
 // Formats: docs/file-formats.md. Numbers have six significant digits. Readers go by white space and
 // do not look at the state of the file between numbers: in a file that ends early or holds text,
 // the remaining elements are what a failed stream extraction leaves. Failures to open are logged
-// under "LibVelmora.Corpus". Calls on different files and matrices may overlap.
-// Tested by tests/latent/matrix-files-test.cpp.
+// under "LibVelmora.Corpus". Calls on different files and matrices may overlap. Tested by
+// tests/latent/matrix-files-test.cpp.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ extern VELMORA_EXPORT Eigen::IOFormat HeavyFmt;
 
 namespace VX::Dialog {
 
-/// Reads a dense matrix file; the matrix takes the shape that the header tells.
+/// Reads a dense matrix file; the matrix takes the shape that the header gives.
 /// False, matrix unchanged: the file can't be opened. Throws std::bad_alloc on a huge header.
 VELMORA_EXPORT bool read_mat_data(char* path, Eigen::MatrixXd& matrix);
 

@@ -6,8 +6,8 @@
 // Formats: docs/file-formats.md. In a text corpus a line is a document and only the blank separates
 // words. A file that can't be opened for reading reads as empty, and one that can't be written
 // swallows what is written; neither is reported. Each routine reads its input to the end before it
-// opens its output, but for index. Calls on different files may overlap.
-// Tested by tests/offline/offline-test.cpp.
+// opens its output, but for index. Calls on different files may overlap. Tested by
+// tests/offline/offline-test.cpp.
 #pragma once
 
 #include <map>
@@ -18,7 +18,7 @@
 
 namespace VX::Dialog {
 
-/// get_word_ids, with a log line that tells the number of entries.
+/// get_word_ids, and a log line with the number of entries.
 VELMORA_EXPORT std::map<std::string, int> indexwords(std::string dictionary_path);
 
 /// Replaces each word of a corpus by its id: "id " for each word, a newline for each line.
@@ -38,7 +38,7 @@ VELMORA_EXPORT void tfidf(std::string corpus_path, std::string idf_path, bool tf
                           bool idf_flag, bool norm_flag, std::string output_path);
 
 /// Reads word-id lines: for each line a row from word id to count. The first token of a line that
-/// is no int ends it.
+/// is not an int ends it.
 VELMORA_EXPORT std::vector<std::map<int, double>> read_data(std::string path);
 
 /// A copy of the rows with each count multiplied by the word's idf; a word without one keeps its
@@ -51,7 +51,7 @@ VELMORA_EXPORT std::vector<std::map<int, double>> idf(
 VELMORA_EXPORT void write_data(const std::vector<std::map<int, double>>& rows, std::string path);
 
 /// Makes a sparse matrix file of weighted rows: a header of the row count and `header_value`, then
-/// each row behind its number of pairs.
+/// each row after its number of pairs.
 VELMORA_EXPORT void cpp_data_format(std::string input_path, std::string output_path,
                                     int header_value);
 

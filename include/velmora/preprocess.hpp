@@ -1,7 +1,7 @@
 // From stems to word ids, and the folding of sentences with equal stem sets.
 //
-// No function here keeps state, logs or fails; calls may overlap on different data.
-// Tested by tests/text/text-tables-test.cpp.
+// No function here keeps state, logs or fails; calls may overlap on different data. Tested by
+// tests/text/text-tables-test.cpp.
 #pragma once
 
 #include <map>

@@ -1,4 +1,5 @@
 // Selection of the best rules for a query vector, and prints of its results for debugging.
+//
 // Tested by tests/ranking/ranking-test.cpp.
 #pragma once
 

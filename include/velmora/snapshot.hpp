@@ -1,4 +1,5 @@
 // Snapshot files: compiled rule vectors, keyed by stem set. Format: docs/file-formats.md.
+//
 // Tested by tests/snapshot/snapshot-test.cpp.
 #pragma once
 
@@ -24,7 +25,7 @@ VELMORA_EXPORT void write_ls(const std::vector<std::vector<double>>& vectors,
                              const std::map<int, int>& rows, const std::string& path);
 
 /// Reads a plain vector list: the first line is skipped, each further one is a vector, up to its
-/// first token that is no number. A file that can't be opened gives an empty list.
+/// first token that is not a number. A file that can't be opened gives an empty list.
 VELMORA_EXPORT std::vector<std::vector<double>> load_precompiled_ls(const std::string& path);
 
 /// A value as a stream writes it by default: six significant digits for a double.

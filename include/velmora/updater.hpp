@@ -1,4 +1,5 @@
 // Sentences to one latent vector, without an engine around it.
+//
 // Tested by tests/latent/inference-test.cpp.
 #pragma once
 

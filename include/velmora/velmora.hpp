@@ -11,13 +11,15 @@
 //   matcher.matchInput("please turn the lamp on", matches, unused);
 //
 // Each object is to be used from one thread at a time, matchInput included; different objects may
-// be used from different threads. Failures are told by the results. Operations also let through
+// be used from different threads. Results report failures. Operations also let through
 // std::bad_alloc, and where it is said std::out_of_range or a boost::filesystem::filesystem_error.
 //
 // 128 KiB of stack are enough for every operation. Sentences may have any length, but time and
 // memory grow with it: a host that takes text from strangers cuts it, say at 10,000 bytes. Where a
 // damaged model or snapshot is possible, a score can be NaN: write !(score >= threshold), never
-// score < threshold, to refuse an answer. Tested by tests/api/velmora-test.cpp.
+// score < threshold, to refuse an answer.
+//
+// Tested by tests/api/velmora-test.cpp.
 #pragma once
 
 #include <map>
@@ -56,7 +58,7 @@ class VELMORA_EXPORT Velmora {
   /// language   one of the codes above, or any name that has a directory
   ///
   /// True: a place was found and its files were read as far as they could be; a missing or damaged
-  /// file is told in the log only. False: there is none; the earlier model stays in force, and only
+  /// file is only logged. False: there is none; the earlier model stays in force, and only
   /// the language that the next compilation stems with has changed. Compiled rules and the active
   /// set stay as they were: compile the rules again on a fresh object after a change of language.
   /// Throws boost::filesystem::filesystem_error when the file system can't be asked, and
@@ -74,7 +76,7 @@ class VELMORA_EXPORT Velmora {
   /// rules   rule id to sentences
   ///
   /// Activates nothing: follow with activeAllRules or updateActiveRules. Meant for a fresh object:
-  /// a second call appends its vectors behind those of the first while its rows start at 0 again.
+  /// a second call appends its vectors after those of the first while its rows start at 0 again.
   /// True unless the vectors could not be computed. Throws std::out_of_range while saving, as
   /// loadDialogVectorsFromFile does: a second call on one object does so when an id of the first is
   /// missing among the rules of the second.

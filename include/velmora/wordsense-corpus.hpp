@@ -1,8 +1,8 @@
 // The corpus record: a batch of sentences in the form in which inference takes it.
 //
 // Every caller keeps this order: construct the record, initialize_wordsense_corpus,
-// wordsense_inference, delete_wordsense_corpus, and later the destructor.
-// Tested by tests/latent/matrix-files-test.cpp.
+// wordsense_inference, delete_wordsense_corpus, and later the destructor. Tested by
+// tests/latent/matrix-files-test.cpp.
 #pragma once
 
 #include <velmora/eigen.hpp>

@@ -1,8 +1,8 @@
 // The latent model: the word side of a weighted factorisation of a term-by-sentence matrix.
 //
 // The method is weighted textual matrix factorisation (W. Guo and M. Diab, "Modeling Sentences in
-// the Latent Space", ACL 2012). Files: docs/file-formats.md.
-// Tested by tests/latent/matrix-files-test.cpp.
+// the Latent Space", ACL 2012). Files: docs/file-formats.md. Tested by
+// tests/latent/matrix-files-test.cpp.
 #pragma once
 
 #include <string>

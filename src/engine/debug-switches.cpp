@@ -1,4 +1,3 @@
-// The switches for the developer's dumps.
 #include <velmora/debug.hpp>
 
 namespace VX::Dialog {

@@ -2,8 +2,9 @@
 //
 // VelmoraPrivate and AppModelPrivate are this state plus their published members; every member is a
 // line or two around a function over the state (rule-compilation.hpp, matching.hpp, ...). What
-// differs between the two is an argument: a threshold, or how the engine reports. Not installed.
-// Tested by tests/engine/matching-test.cpp and its neighbours.
+// differs between the two is an argument: a threshold, or how the engine reports. Used by both
+// private engines. Not installed. Tested by tests/engine/matching-test.cpp and the tests
+// beside it.
 #pragma once
 
 #include <map>

@@ -51,7 +51,7 @@ int match_sentence(EngineState& engine, const Reporting& reporting, const std::s
   }
   VectorTable queries;
   fold_in({{0, stem_set(*engine.fStemmer, sentence)}}, latent_space(engine), queries);
-  // One entry more than the field says: the cap is part of the contract as it stands.
+  // One entry more than the field says: that cap is part of the contract.
   const std::size_t limit = static_cast<std::size_t>(std::max(engine.fMaxResults, 0)) + 1;
   ScoreGroups best = engine.fRuleIndex.best_scores(engine.fRuleVectors, queries.front(),
                                                    engine.fActive_rules, engine.fRuleRows, limit);

@@ -24,7 +24,7 @@ bool root_exists(std::string root) {
 
 bool select_model(EngineState& engine, const Reporting& reporting, const std::string& path,
                   const std::string& language) {
-  engine.fLanguage = language;  // stays, whatever comes of the rest
+  engine.fLanguage = language;  // stays even when no model is found
   const std::string own_root = path + "/" + engine.fLanguage + "/";
   if (root_exists(own_root)) {
     engine.fModelRoot = own_root;

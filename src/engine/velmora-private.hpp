@@ -1,7 +1,7 @@
 // The engine behind Velmora and TopicModel: the state and its published members.
 //
 // Exported for a linker, not installed. Each member is a line or two around a shared function.
-// Tested by tests/engine/matching-test.cpp.
+// Tested by tests/engine/matching-test.cpp and the tests beside it.
 #pragma once
 
 #include <map>

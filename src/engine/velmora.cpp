@@ -1,4 +1,3 @@
-// The public class: forwards to its engine. Tested by tests/api/velmora-test.cpp.
 #include <velmora/velmora.hpp>
 
 #include "../support/tables.hpp"

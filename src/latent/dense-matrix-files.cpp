@@ -17,7 +17,7 @@ using zu::log::Level;
 
 namespace {
 
-// Cuts toward zero. What no int can hold becomes the nearest limit, what is no number 0.
+// Cuts toward zero. What does not fit into an int becomes the nearest limit, NaN becomes 0.
 int to_int(double value) {
   if (std::isnan(value)) {
     return 0;
@@ -25,6 +25,18 @@ int to_int(double value) {
   constexpr double kLowest = std::numeric_limits<int>::min();
   constexpr double kHighest = std::numeric_limits<int>::max();
   return static_cast<int>(std::clamp(value, kLowest, kHighest));
+}
+
+struct Shape {
+  int columns = 0;
+  int rows = 0;
+};
+
+Shape read_shape(detail::NumberReader& numbers) {
+  Shape shape;
+  numbers.read(shape.columns);
+  numbers.read(shape.rows);
+  return shape;
 }
 
 template <typename Matrix>
@@ -51,16 +63,13 @@ bool read_mat_data(char* path, Eigen::MatrixXd& matrix) {
     return false;
   }
   detail::NumberReader numbers(*text);
-  int columns = 0;
-  int rows = 0;
-  numbers.read(columns);
-  numbers.read(rows);
+  const auto [columns, rows] = read_shape(numbers);
   // In two steps: when an allocation fails, Eigen leaves a pointer to what it freed for it.
   matrix.resize(0, 0);
   matrix.resize(std::max(rows, 0), std::max(columns, 0));
   double value = 0.0;
   for (double& element : matrix.reshaped()) {
-    // A failed read is no reason to stop: the remaining elements get what it leaves.
+    // A failed read does not end the loop: the remaining elements get what it left in `value`.
     numbers.read(value);
     element = value;
   }
@@ -75,10 +84,7 @@ bool read_mat_data(char* path, Eigen::MatrixXi& matrix) {
     return false;
   }
   detail::NumberReader numbers(*text);
-  int columns = 0;
-  int rows = 0;
-  numbers.read(columns);
-  numbers.read(rows);
+  const auto [columns, rows] = read_shape(numbers);
   double value = 0.0;
   bool more = true;
   // Columns without rows hold nothing to read, however many the header promises.

@@ -11,7 +11,7 @@
 #include <velmora/preprocess.hpp>
 #include <velmora/tfidf.hpp>
 
-#include "../support/eigen-cache-sizes.hpp"
+#include "eigen-cache-sizes.hpp"
 #include "matrix-terms.hpp"
 
 namespace VX::Dialog::detail {

@@ -1,5 +1,3 @@
-// The exported fold-in of a corpus record, and its helpers. Tested by
-// tests/latent/inference-test.cpp.
 #include <algorithm>
 
 #include <velmora/inference.hpp>
@@ -55,7 +53,7 @@ Eigen::MatrixXd getNonZeros(Eigen::MatrixXd& matrix, const Eigen::SparseVector<d
 }
 
 Eigen::MatrixXd filterMat(Eigen::MatrixXd& matrix) {
-  // The first column alone tells the height; callers pass columns with equally many entries.
+  // The first column alone sets the height; callers pass columns with equally many entries.
   const Eigen::Index height = matrix.cols() == 0 ? 0 : count_non_zeros(matrix.col(0));
   Eigen::MatrixXd condensed = Eigen::MatrixXd::Zero(height, matrix.cols());
   for (Eigen::Index column = 0; column != matrix.cols(); ++column) {

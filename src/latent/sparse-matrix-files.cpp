@@ -71,7 +71,7 @@ bool read_smat_data(std::string path, Eigen::SparseMatrix<double>& data_mat) {
     no_values += static_cast<std::uint32_t>(count);
   }
   data_mat.makeCompressed();
-  // Compared with the size of the whole matrix, so only a file without a gap is told as read.
+  // Compared with the size of the whole matrix, so only a file without gaps reads as true.
   const auto cells =
       static_cast<std::uint32_t>(data_mat.rows()) * static_cast<std::uint32_t>(data_mat.cols());
   if (no_values == cells) {

@@ -1,7 +1,3 @@
-// The corpus record. Tested by tests/latent/matrix-files-test.cpp.
-//
-// Only the exported chain goes through it; the engine's own road (fold-in.hpp) builds no dense
-// column and no transpose.
 #include <memory>
 
 #include <velmora/wordsense-corpus.hpp>

@@ -40,7 +40,7 @@ bool read_wordsense_model(std::string path, wordsense_model& model) {
   numbers.read(model.lambda);
   numbers.read(model.missing_weight);
   std::string matrix_path = path + detail::kFactorsSuffix;
-  // A missing matrix is logged there and is no failure here: the scalars count.
+  // A missing matrix is logged there and is not a failure here: only the scalars decide.
   (void)read_mat_data(matrix_path.data(), model.word_factors);
   return true;
 }

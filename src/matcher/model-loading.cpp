@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <system_error>
 
+#include "../support/model-files.hpp"
 #include "../support/number-text.hpp"
 #include "../support/text-file.hpp"
 #include "../support/utf8.hpp"
@@ -223,14 +224,15 @@ void read_factors(const fs::path& path, ModelData& model) {
 }  // namespace
 
 void load_tables(ModelData& model) {
+  using namespace VX::Dialog::detail;
   std::error_code error;
   if (!fs::is_directory(model.directory, error)) {
     fail(model.directory, "is not a folder: expected one with the files of a model");
   }
-  read_scalars(model.directory / "model", model.factors);
-  read_dictionary(model.directory / "dictionary", model);
-  read_idf(model.directory / "idf", model);
-  read_factors(model.directory / "model.conf", model);
+  read_scalars(model.directory / kModelFile, model.factors);
+  read_dictionary(model.directory / kDictionaryFile, model);
+  read_idf(model.directory / kIdfFile, model);
+  read_factors(model.directory / kFactorsFile, model);
   model.word_gram = VX::Dialog::detail::compute_word_gram(model.factors);
   model.gram_inverse = VX::Dialog::detail::GramInverse(model.word_gram, model.factors.lambda);
 }

@@ -1,8 +1,8 @@
 // The engine behind AppModel: the state and its published members.
 //
 // It differs from VelmoraPrivate in its log category, in the threshold of matching, and in the
-// members that it offers. Exported for a linker, not installed.
-// Tested by tests/models/models-test.cpp.
+// members that it offers. Exported for a linker, not installed. Tested by
+// tests/engine/warm-start-test.cpp and tests/models/models-test.cpp.
 #pragma once
 
 #include <map>

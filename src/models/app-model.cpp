@@ -1,5 +1,3 @@
-// The matcher over applications: numbers them for its engine and turns the numbers back into names.
-// Tested by tests/models/models-test.cpp.
 #include <velmora/app-model.hpp>
 
 #include "../support/checked-lookup.hpp"
@@ -24,7 +22,7 @@ bool AppModel::setModel(const std::string path, const std::string language,
   int number = 0;
   for (const auto& [name, sentences] : applications) {
     rules[number] = sentences;
-    fAppNames[number] = name;  // names of an earlier, longer table stay behind these
+    fAppNames[number] = name;  // higher numbers of an earlier, longer table stay
     ++number;
   }
   if (!engine_->xSetModel(path, language) || !engine_->xLoadSemanticModels() ||
@@ -49,7 +47,7 @@ int AppModel::matchInput(const std::string sentence,
     return -1;
   }
   MatchList numbered;
-  // A refusal of the engine is no failure here: nothing is appended and the result is 1.
+  // When the engine refuses, nothing is appended and the result is 1 all the same.
   (void)engine_->xMatchInput(sentence, numbered, threshold);
   for (const auto& [score, numbers] : numbered) {
     std::vector<std::string> names;

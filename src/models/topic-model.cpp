@@ -1,4 +1,3 @@
-// The ready-made matcher over topics. Tested by tests/models/models-test.cpp.
 #include <velmora/topic-model.hpp>
 
 #include "../engine/velmora-private.hpp"

@@ -1,4 +1,3 @@
-// Sentences to one latent vector. Tested by tests/latent/inference-test.cpp.
 #include <iterator>
 
 #include <velmora/updater.hpp>

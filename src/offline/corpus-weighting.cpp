@@ -1,5 +1,3 @@
-// Word-id lines to weighted rows to a sparse matrix file. Tested by
-// tests/offline/offline-test.cpp.
 #include <fstream>
 
 #include <velmora/dictionary.hpp>
@@ -20,7 +18,7 @@ using zu::log::Level;
 
 void tfidf(std::string corpus_path, std::string idf_path, bool /*tf_flag*/, bool /*idf_flag*/,
            bool /*norm_flag*/, std::string output_path) {
-  // Counts and idf always apply and there is no norm; the output path alone says where they go.
+  // Counts and idf always apply, and there is no norm.
   write_data(idf(read_data(corpus_path), idf_path), output_path);
 }
 

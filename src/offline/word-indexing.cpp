@@ -1,4 +1,3 @@
-// A text corpus as word ids, and its normal form. Tested by tests/offline/offline-test.cpp.
 #include <fstream>
 
 #include <velmora/dictionary.hpp>

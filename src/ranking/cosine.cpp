@@ -61,8 +61,8 @@ RowSums sum_rows(const RowGroup& rows, const double* query, std::size_t n) {
   return sums;
 }
 
-// Asks for the first two cache lines of a row that is scored soon; the hardware fetches the rest of
-// it by itself. Rows lie apart in memory, and large dialogues fit no cache.
+// Asks for the first two cache lines of a row that will be scored soon; the hardware then fetches
+// the rest. Rows are scattered in memory, and large dialogues do not fit into a cache.
 void prefetch(const std::vector<double>& row) {
   constexpr std::size_t kDoublesInLine = 8;
   if (row.size() > kDoublesInLine) {

@@ -2,8 +2,9 @@
 //
 // Both forms give the bits of the published VX::Dialog::cosine: their sums run in index order. The
 // form for many rows keeps the adder busy with several rows side by side, computes the norm of the
-// query once, and is what matching spends its time on. Not installed. Tested by
-// tests/offline/offline-test.cpp and tests/ranking/ranking-test.cpp.
+// query once, and is what matching spends its time on. Used by the ranking functions, the engines
+// and the word distances. Not installed. Tested by tests/offline/offline-test.cpp and
+// tests/ranking/ranking-test.cpp.
 #pragma once
 
 #include <vector>

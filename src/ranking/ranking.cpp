@@ -1,4 +1,3 @@
-// Ranking of the active rules, tested by tests/ranking/ranking-test.cpp, and prints.
 #include <iostream>
 
 #include <velmora/ranking.hpp>
@@ -36,7 +35,7 @@ ScoreGroups get_max2(const VectorTable& vectors, const std::vector<double>& quer
     const double score = detail::cosine_of(vectors.at(static_cast<std::size_t>(rule_id)), query);
     ranked[score].push_back(rule_id);
     if (score >= 1.0) {
-      break;  // nothing behind a full match is looked at
+      break;  // nothing after a full match is looked at
     }
   }
   return ranked;

@@ -1,6 +1,6 @@
 // Where the active rules find their vectors, and the best groups of their scores.
 //
-// Shared by get_max and the rule index. Not installed. Tested by tests/ranking/ranking-test.cpp.
+// Used by get_max and the rule index. Not installed. Tested by tests/ranking/ranking-test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -20,8 +20,8 @@ void get_sim(std::string input_path, std::string output_path) {
   std::getline(in, line);  // a header of any content
   while (std::getline(in, line)) {
     const std::vector<double> first = detail::numbers_of(line);
-    // When there is no further line because the last one has no newline, the text stays what it is
-    // and the vector is compared with itself.
+    // When the last line has no newline and no other follows, getline leaves `line` as it was, and
+    // the vector is compared with itself.
     std::getline(in, line);
     const std::vector<double> second = detail::numbers_of(line);
     std::string text;

@@ -1,4 +1,3 @@
-// Writes snapshots, and the texts they are made of. Tested by tests/snapshot/snapshot-test.cpp.
 #include <fstream>
 
 #include <velmora/snapshot.hpp>

@@ -1,7 +1,7 @@
 // Map lookup that fails with the text that hosts know.
 //
 // The standard library words its own failure otherwise. Used wherever a missing key is an error of
-// the caller's tables. Not installed. Tested by tests/engine/matching-test.cpp.
+// the caller's tables. Not installed. Tested by tests/engine/warm-start-test.cpp.
 #pragma once
 
 #include <stdexcept>

@@ -1,4 +1,3 @@
-// Registers the log categories when the library is loaded.
 #include "log-site.hpp"
 
 namespace VX::Dialog::detail {

@@ -1,8 +1,8 @@
 // The one form of a log site, and the categories that this library logs under.
 //
 // A site checks the level before it builds the message. Records carry no file name and line 0; the
-// function name is a literal. Used by every module. Not installed.
-// Tested by tests/engine/matching-test.cpp.
+// function name is a literal. Used by every room. Not installed. Tested by
+// tests/engine/warm-start-test.cpp and all other tests that compare log lines.
 #pragma once
 
 #include <zu/log.hpp>

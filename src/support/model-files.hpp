@@ -1,7 +1,7 @@
 // The names of the files in a model directory. Their formats: docs/file-formats.md.
 //
-// Used by the engines and by the programs in tools/. Not installed.
-// Tested by tests/engine/model-selection-test.cpp.
+// Used by the engines, the matcher and the programs in tools/. Not installed. Tested by
+// tests/engine/model-selection-test.cpp.
 #pragma once
 
 namespace VX::Dialog::detail {

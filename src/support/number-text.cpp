@@ -10,7 +10,7 @@ namespace VX::Dialog::detail {
 
 namespace {
 
-// A stream buffer over text that stands elsewhere.
+// A stream buffer over text that it does not own.
 class TextBuffer : public std::streambuf {
  public:
   TextBuffer(const char* begin, const char* end) {

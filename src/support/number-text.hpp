@@ -28,7 +28,7 @@ class NumberReader {
   NumberReader& operator=(const NumberReader&) = delete;
 
   /// True: a number was extracted into `value`. False: at the end of the text, and after an earlier
-  /// failure, `value` keeps what it holds; at text that is no number it becomes 0 (the nearest
+  /// failure, `value` keeps what it holds; at text that is not a number it becomes 0 (the nearest
   /// limit when the number is too large).
   bool read(int& value);
   bool read(double& value);
@@ -53,12 +53,12 @@ class NumberReader {
   bool ended_ = false;
 };
 
-/// The numbers of a line up to the first token that is none. `expected` says how many to make room
-/// for.
+/// The numbers of a line up to the first token that is not a number. `expected` says how many to
+/// make room for.
 std::vector<double> numbers_of(std::string_view line, std::size_t expected = 0);
 
-/// Appends a value as a stream writes it: six significant digits for a double unless told
-/// otherwise.
+/// Appends a value as a stream writes it: six significant digits for a double by
+/// default.
 void append_number(std::string& text, int value);
 void append_number(std::string& text, double value, int significant_digits = 6);
 

@@ -1,7 +1,8 @@
 // The tables that travel through the library: one name for each type.
 //
-// Published headers write the types out; everything behind them uses these names. Used by every
-// room. Not installed. Tested by tests/engine/chain-test.cpp.
+// Published headers write the types out; the code that implements them uses these names. Used
+// by every room. Not installed. Types alone; tested by tests/text/text-tables-test.cpp and all
+// tests of what has them.
 #pragma once
 
 #include <map>

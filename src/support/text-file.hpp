@@ -1,7 +1,7 @@
 // Whole text files and their lines and tokens.
 //
-// Used by every reader. Not installed. Tested by tests/text/text-tables-test.cpp and those of the
-// other readers.
+// Used by every reader. Not installed. Tested by tests/text/text-tables-test.cpp and the tests of
+// the other readers.
 #pragma once
 
 #include <optional>
@@ -15,7 +15,7 @@ namespace VX::Dialog::detail {
 /// as a folder, is empty.
 std::optional<std::string> read_text_file(const std::string& path);
 
-/// The lines of a text, as std::getline gives them: without their newlines, and none behind a
+/// The lines of a text, as std::getline gives them: without their newlines, and none after a
 /// newline at the very end. The text must outlive the object and the lines.
 class LineReader {
  public:

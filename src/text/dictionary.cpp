@@ -1,7 +1,3 @@
-// Readers of the dictionary and of the idf table.
-//
-// Called at each model load, in the order dictionary, idf. Tested by
-// tests/text/text-tables-test.cpp.
 #include <velmora/dictionary.hpp>
 
 #include "../support/number-text.hpp"

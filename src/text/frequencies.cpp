@@ -1,4 +1,3 @@
-// Word counts. Tested by tests/text/text-tables-test.cpp.
 #include <fstream>
 
 #include <velmora/frequencies.hpp>

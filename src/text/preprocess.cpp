@@ -1,4 +1,3 @@
-// Folding of equal stem sets, and stems to word ids. Tested by tests/text/text-tables-test.cpp.
 #include <algorithm>
 #include <set>
 

@@ -1,7 +1,7 @@
 // From sentences to stem sets, the identity of a rule from run to run.
 //
 // Used by compilation, matching and the warm start. Not installed. Tested by
-// tests/text/text-tables-test.cpp.
+// tests/engine/matching-test.cpp and tests/engine/warm-start-test.cpp.
 #pragma once
 
 #include <map>

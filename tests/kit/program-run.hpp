@@ -1,6 +1,6 @@
-// Runs programs on small data in a folder of their own.
+// Runs programs in a folder of their own.
 //
-// Used by the tests of tools/velmora and tools/evaluate.
+// Used by the tests of the programs in tools/.
 #pragma once
 
 #include <sys/wait.h>
@@ -10,10 +10,23 @@
 #include "fixtures.hpp"
 
 struct ProgramResult {
+  /// Exit status; -1 when the program was ended by a signal.
   int status = -1;
   std::string out;
   std::string err;
 };
+
+/// Runs a command line of the shell in `folder`, and leaves nothing there but what it makes itself.
+inline ProgramResult run_program(const test::TemporaryFolder& folder, const std::string& command,
+                                 const std::string& input = "") {
+  const test::TemporaryFolder streams;
+  streams.write("in", input);
+  const int status =
+      std::system(("cd '" + folder.path() + "' && " + command + " <" + streams.path("in") + " >" +
+                   streams.path("out") + " 2>" + streams.path("err"))
+                      .c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, streams.read("out"), streams.read("err")};
+}
 
 /// A folder that lives as long as the object, with a model of four words: lamp and light have one
 /// direction in two dimensions, music and song the other.
@@ -29,10 +42,6 @@ class Workplace : public test::TemporaryFolder {
   /// Runs a program in the folder.
   ProgramResult run(const std::string& program, const std::string& arguments,
                     const std::string& input) const {
-    write("input", input);
-    const std::string command =
-        "cd '" + path() + "' && '" + program + "' " + arguments + " <input >output 2>errors";
-    const int status = std::system(command.c_str());
-    return {WEXITSTATUS(status), read("output"), read("errors")};
+    return run_program(*this, "'" + program + "' " + arguments, input);
   }
 };

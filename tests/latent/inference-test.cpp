@@ -79,7 +79,7 @@ TEST(Inference, OfSmallSentencesByHand) {
 }
 
 TEST(Filters, KeepTheirOddEnds) {
-  MatrixXd matrix{{0, 1, 0}, {2, 3, 0}, {-4, 5, 6}};  // the first column tells: two rows
+  MatrixXd matrix{{0, 1, 0}, {2, 3, 0}, {-4, 5, 6}};  // the first column decides: two rows
   EXPECT_EQ(filterMat(matrix), (MatrixXd{{2, 1, 6}, {-4, 3, 0}}));
   VectorXd vector = Eigen::Vector4d(0, -7, 1e-300, 3);
   EXPECT_EQ(filter_vec_(vector), Eigen::Vector3d(1e-300, 3, 0));  // -7 counts, and is left out

@@ -125,7 +125,7 @@ TEST(Corpus, WeighsWhatIsStored) {
   EXPECT_EQ(dump(corpus.weights_t), "3x2\n0 0\n1 1\n0 1");
   EXPECT_EQ(corpus.data_t_cols[1], Eigen::Vector3d(0, -2.5, 4));
   delete_wordsense_corpus(corpus);
-  // The shape is exchanged, the places are not; what then lies outside goes.
+  // The shape is exchanged, the coordinates are not; what is then outside is dropped.
   EXPECT_EQ(dump(transpose(data)), "3x2\n   0    0\n   0 -2.5\n   0    0");
 }
 

@@ -32,7 +32,8 @@ TEST_F(Offline, ChainCarriesACorpusToASparseMatrixFile) {
   EXPECT_EQ(folder.read("rows"), "3 1e+06 4 0.246914 \n\n2 2 \n");
   cpp_data_format("rows", "rows", -5);
   EXPECT_EQ(folder.read("rows"), "3 -5\n2 3 1e+06 4 0.246914 \n0 \n1 2 2 \n");
-  folder.write("rows", "1 2 3\n1 2 x 3 4");  // a line counts up to what is no number
+  folder.write("rows",
+               "1 2 3\n1 2 x 3 4");  // a line counts up to the first token that is not a number
   EXPECT_EQ(read_data("rows")[1], (std::map<int, double>{{1, 1}, {2, 1}}));
 }
 

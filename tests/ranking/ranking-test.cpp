@@ -1,4 +1,4 @@
-// Ranking against the plain ordered map that it stands for.
+// Ranking against a plain ordered map of all scores.
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -30,7 +30,7 @@ bool slow_get_max(const Vectors& vectors, const std::vector<double>& query, Rank
   return true;
 }
 
-// Equal scores to the sign of a zero; a score that is no number has no sign to speak of.
+// Equal scores, the sign of a zero included. Any NaN equals any other: its sign means nothing.
 bool same_groups(const Ranked& first, const Ranked& second) {
   return std::equal(first.begin(), first.end(), second.begin(), second.end(),
                     [](const auto& f, const auto& s) {

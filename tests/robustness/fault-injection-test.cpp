@@ -1,5 +1,5 @@
-// What an engine is worth after a failure: allocations that fail one after the other, and files
-// that can't be written. This program replaces the allocator, so it is no part of sanitizer builds.
+// Whether an engine still works after a failure: of each allocation in turn, and of writing files.
+// This program replaces the allocator, so sanitizer builds leave it out.
 #include <cerrno>
 #include <filesystem>
 #include <functional>
@@ -113,7 +113,7 @@ TEST_F(Faults, AnyAllocationMayFail) {
   struct {
     const char* what;
     Operation before, run;
-    int writes;  // a file that can't be opened for want of memory is one that can't be written
+    int writes;  // an ofstream that runs out of memory only looks like a file that can't be written
   } const cases[] = {{"another model", choose("old"), choose("enu"), 0},
                      {"compilation", choose("enu"), compilation, 1},
                      {"index load", choose("enu"), load(false), 0},

@@ -24,7 +24,7 @@ const std::tuple<const char*, Vectors, Rules, std::map<int, int>, const char*> k
      {{1, {}}},
      {{1, 0}},
      "0\n1\n\n0.123457 1e-05 1e+06 -0 nan -inf\n"},
-    {"by row; the first rule tells the stems",
+    {"by row, with the stems of the first rule",
      {{1}, {2}, {3}},
      {{2, {"go", "up"}}, {3, {"in"}}, {5, {"off"}}},
      {{2, 2}, {3, 0}, {5, 2}},

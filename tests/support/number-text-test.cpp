@@ -1,5 +1,5 @@
 // The number reader and the number writer against string streams.
-#include "../../src/support/number-text.hpp"
+#include "support/number-text.hpp"
 
 #include <bit>
 #include <cmath>

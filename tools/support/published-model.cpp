@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "../../src/support/model-files.hpp"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -23,11 +25,12 @@ PublishedModel::PublishedModel(const fs::path& directory, const std::string& lan
                                bool keep_snapshots)
     : base_(make_temporary_directory()), directory_(base_ / language / "model") {
   fs::create_directories(directory_);
-  for (const char* file : {"dictionary", "idf", "model", "model.conf"}) {
+  for (const char* file : VX::Dialog::detail::kModelFiles) {
     fs::create_symlink(fs::absolute(directory) / file, directory_ / file);
   }
   if (!keep_snapshots) {
-    for (const char* snapshot : {"newindex", "index"}) {
+    for (const char* snapshot :
+         {VX::Dialog::detail::kCompiledSnapshot, VX::Dialog::detail::kMergedSnapshot}) {
       fs::create_symlink("/dev/null", directory_ / snapshot);
     }
   }

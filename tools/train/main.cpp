@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <exception>
 
-#include "../../src/support/eigen-cache-sizes.hpp"
+#include "../../src/latent/eigen-cache-sizes.hpp"
 #include "interrupt.hpp"
 #include "join.hpp"
 #include "options.hpp"

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <memory>
 
+#include "../../src/support/model-files.hpp"
 #include "command-line.hpp"
 #include "commands.hpp"
 #include "line-input.hpp"
@@ -34,7 +35,7 @@ std::string check_snapshot_name(const std::string& name) {
   if (name.empty() || name == "." || name == ".." || name.find('/') != std::string::npos) {
     return "'" + name + "' is not a plain file name";
   }
-  for (const char* file : {"dictionary", "idf", "model", "model.conf"}) {
+  for (const char* file : VX::Dialog::detail::kModelFiles) {
     if (name == file) {
       return "'" + name + "' is a file of the model itself";
     }

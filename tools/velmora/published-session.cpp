@@ -10,11 +10,11 @@
 
 #include "command-line.hpp"
 #include "id-list.hpp"
+#include "kept-snapshot.hpp"
 #include "known-words.hpp"
 #include "messages.hpp"
 #include "session.hpp"
 #include "table-file.hpp"
-#include "warm-start.hpp"
 
 namespace {
 

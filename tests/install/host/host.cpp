@@ -1,4 +1,4 @@
-// A host as it stands outside of this tree: it uses the three libraries, and a record with matrices
+// A host outside of this tree: it uses the three libraries, and a record with matrices
 // that both sides allocate. Built and run by tests/install/install-test.
 #include <fennel/stemmer.hpp>
 #include <velmora/velmora.hpp>

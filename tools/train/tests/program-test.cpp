@@ -1,6 +1,4 @@
 // The program as a user meets it: what it makes, what it says, and what it leaves behind.
-#include <sys/wait.h>
-
 #include <algorithm>
 #include <cstdlib>
 
@@ -8,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "kit/fixtures.hpp"
+#include "kit/program-run.hpp"
 #include "random.hpp"
 
 namespace velmora::trainer {
@@ -38,11 +37,7 @@ class Program : public testing::Test {
   // Runs `velmora-train <arguments>` in the directory of the test; returns the exit status, and
   // what it wrote to standard error in `said`.
   int run(const std::string& arguments, const std::string& before = "") {
-    const std::string command =
-        "cd " + directory.path() + " && " + before + " " VELMORA_TRAIN " " + arguments + " 2>said";
-    const int status = std::system(command.c_str());
-    said = directory.read("said");
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run_shell(before + " " VELMORA_TRAIN " " + arguments);
   }
 
   // Runs it on the corpus, which it gets only after `meanwhile` (a shell command) has run.
@@ -52,20 +47,24 @@ class Program : public testing::Test {
         "mkfifo pipe; marks() { ls *.partial-*/.velmora-train 2>messages; }\n"
         "before=$(marks)\n" VELMORA_TRAIN " --stemmed --dim 5 " +
             arguments +
-            " pipe 2>said & program=$!\n"
+            " pipe & program=$!\n"
             "until ! kill -0 $program || { now=$(marks) && [ \"$now\" != \"$before\" ]; }\n"
             "do sleep 0.02; done 2>messages\n" +
             meanwhile +
             "\n(timeout 3 sh -c 'cat corpus >pipe') 2>messages\n"
             "wait $program; status=$?; rm -f pipe messages run; exit $status\n");
-    const int status = std::system(("cd " + directory.path() + " && sh run").c_str());
-    said = directory.read("said");
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run_shell("sh run");
+  }
+
+  // The exit status of a shell command that runs in the directory of the test.
+  int run_shell(const std::string& command) {
+    const ProgramResult result = run_program(directory, command);
+    said = result.err;
+    return result.status;
   }
 
   // Nothing but what the test itself put there.
-  void expect_only(std::set<std::string> names) {
-    names.insert("said");
+  void expect_only(const std::set<std::string>& names) {
     std::set<std::string> found;
     for (const auto& entry : fs::directory_iterator(directory.path())) {
       found.insert(entry.path().filename().string());
@@ -220,7 +219,7 @@ TEST_F(Program, OneOfManyTrainingsToOnePlaceSucceeds) {
   const std::string runs = "for seed in 1 2 3 4; do (" VELMORA_TRAIN
                            " --quiet --stemmed --dim 5 --output a/b/new --seed $seed corpus "
                            "2>>ignored; echo $? >>statuses) & done; wait";
-  ASSERT_EQ(std::system(("cd " + directory.path() + " && { " + runs + "; }").c_str()), 0);
+  ASSERT_EQ(run_shell("{ " + runs + "; }"), 0) << said;
   const std::string statuses = directory.read("statuses");
   EXPECT_EQ(std::count(statuses.begin(), statuses.end(), '0'), 1) << statuses;
   EXPECT_EQ(std::count(statuses.begin(), statuses.end(), '1'), 3) << statuses;
@@ -282,12 +281,10 @@ TEST_F(Program, ASignalEndsTheRunAndKeepsTheCheckpoint) {
     fs::remove(directory.path("point"));
     const std::string watch =
         "while [ ! -s point ]; do sleep 0.05; done; kill -" + std::string(signal) + " $program";
-    const int status = std::system(("cd " + directory.path() + " && { " VELMORA_TRAIN " " + common +
-                                    " 2>said & program=$!; " + watch + "; wait $program; }")
-                                       .c_str());
-    EXPECT_EQ(WEXITSTATUS(status), signal == std::string("INT") ? 130 : 143);
-    EXPECT_THAT(directory.read("said"),
-                testing::HasSubstr("interrupted before the output was written"));
+    const int status = run_shell("{ " VELMORA_TRAIN " " + common + " & program=$!; " + watch +
+                                 "; wait $program; }");
+    EXPECT_EQ(status, signal == std::string("INT") ? 130 : 143);
+    EXPECT_THAT(said, testing::HasSubstr("interrupted before the output was written"));
     expect_only({"corpus", "point"});
   }
 }

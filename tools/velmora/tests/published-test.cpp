@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "../warm-start.hpp"
+#include "../kept-snapshot.hpp"
 #include "kit/program-run.hpp"
 
 namespace {

@@ -1,5 +1,5 @@
-// Marks what libfennel offers to a linker; all else is hidden.
-// Tested by tests/api/exported-symbols.
+// Marks what libfennel offers to a linker; all else is hidden. Tested by
+// tests/api/exported-symbols.
 #pragma once
 
 /// Visible to a linker.

@@ -1,4 +1,4 @@
-#include "warm-start.hpp"
+#include "kept-snapshot.hpp"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -12,6 +12,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "../../src/support/model-files.hpp"
 #include "elapsed-time.hpp"
 #include "messages.hpp"
 
@@ -32,7 +33,7 @@ std::size_t word_count(const std::string& line) {
 bool older_than_model(const fs::path& snapshot) {
   std::error_code error;
   const auto made = fs::last_write_time(snapshot, error);
-  for (const char* file : {"dictionary", "idf", "model", "model.conf"}) {
+  for (const char* file : VX::Dialog::detail::kModelFiles) {
     const auto changed = fs::last_write_time(snapshot.parent_path() / file, error);
     if (!error && changed > made) {
       return true;
