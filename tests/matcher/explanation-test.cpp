@@ -42,8 +42,7 @@ TEST_P(Explanations, AddUpToTheScore) {
       match_options.top = 10;
       match_options.active = round % 2 == 0 ? &active : nullptr;
       for (const velmora::Match& match : matcher.match(sentence, match_options).matches) {
-        const Explanation explanation =
-            matcher.explain(sentence, match.id, match_options.active);
+        const Explanation explanation = matcher.explain(sentence, match.id, match_options.active);
         EXPECT_EQ(explanation.score, match.score);
         EXPECT_EQ(explanation.sentence, match.sentence);
         EXPECT_NEAR(sum_of(explanation), match.score, 1e-12) << sentence << " / " << match.id;

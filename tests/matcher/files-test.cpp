@@ -92,20 +92,19 @@ TEST(Utf8, IsWhatTheStandardAllows) {
   const Utf8Case cases[] = {
       {"", true},
       {"caf\u00E9 \u3042 \U0001F600", true},
-      {"\xF4\x8F\xBF\xBF", true},    // U+10FFFF
-      {"\xF4\x90\x80\x80", false},   // one more
-      {"\x80", false},               // a byte that begins nothing
-      {"\xC3", false},               // cut
-      {"\xE3\x81\x61", false},       // cut by a letter
-      {"\xC0\x80", false},           // two bytes for what needs one
-      {"\xE0\x80\x80", false},       // three
-      {"\xF0\x80\x80\x80", false},   // four
-      {"\xED\xA0\x80", false},       // a surrogate
+      {"\xF4\x8F\xBF\xBF", true},   // U+10FFFF
+      {"\xF4\x90\x80\x80", false},  // one more
+      {"\x80", false},              // a byte that begins nothing
+      {"\xC3", false},              // cut
+      {"\xE3\x81\x61", false},      // cut by a letter
+      {"\xC0\x80", false},          // two bytes for what needs one
+      {"\xE0\x80\x80", false},      // three
+      {"\xF0\x80\x80\x80", false},  // four
+      {"\xED\xA0\x80", false},      // a surrogate
       {"\xFF\xBF", false},
   };
   for (const Utf8Case& c : cases) {
-    EXPECT_EQ(VX::Dialog::detail::is_utf8(c.text), c.well_formed)
-        << testing::PrintToString(c.text);
+    EXPECT_EQ(VX::Dialog::detail::is_utf8(c.text), c.well_formed) << testing::PrintToString(c.text);
   }
 }
 

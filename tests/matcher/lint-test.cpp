@@ -34,12 +34,8 @@ TEST(Lint, FindsEachFault) {
       {"nothing wrong", {{1, {"go up", "go"}}, {2, {"stop"}}}, {}},
       {"no known word", {{1, {"jump"}}, {2, {"stop"}}}, {"no_known_word 1.0"}},
       // Told once a rule, where it comes first.
-      {"an unknown word",
-       {{1, {"go up jump", "jump up"}}, {2, {"stop"}}},
-       {"unknown_word 1.0"}},
-      {"most words unknown",
-       {{1, {"va en haut stop"}}, {2, {"go"}}},
-       {"other_language 1.0"}},
+      {"an unknown word", {{1, {"go up jump", "jump up"}}, {2, {"stop"}}}, {"unknown_word 1.0"}},
+      {"most words unknown", {{1, {"va en haut stop"}}, {2, {"go"}}}, {"other_language 1.0"}},
       {"the same words in one rule",
        {{1, {"go up", "stop", "up, go!"}}, {2, {"walk"}}},
        {"duplicate_sentence 1.2 1.0"}},
@@ -61,8 +57,8 @@ TEST(Lint, FindsEachFault) {
 
 TEST(Lint, ASentenceThatFindsAnotherRule) {
   // The centre of rule 2 is "go", and "stop" is lost in it; rule 3 is nothing but "stop up".
-  const std::vector<std::string> findings = findings_of(
-      {{2, {"go", "go go up", "stop", "go walk"}}, {3, {"stop up", "up stop up"}}});
+  const std::vector<std::string> findings =
+      findings_of({{2, {"go", "go go up", "stop", "go walk"}}, {3, {"stop up", "up stop up"}}});
   EXPECT_THAT(findings, testing::Contains(testing::HasSubstr("finds_another_rule 2.2 3.")));
 }
 

@@ -261,13 +261,19 @@ TEST(Matcher, SaysWhatIsWrong) {
   const Matcher matcher(model, small_rules());
   const Matcher other(model, small_rules());
   const velmora::ActiveRules active = other.activate({2});
-  EXPECT_EQ(error_of([&] { Matcher(model, {{1, {"go"}}, {1, {"up"}}}); }),
+  EXPECT_EQ(error_of([&] {
+              Matcher(model, {{1, {"go"}}, {1, {"up"}}});
+            }),
             "rule id 1 comes twice: expected each once");
   EXPECT_EQ(error_of([&] { Matcher(model, {{1, {}}}); }), "rule 1 has no sentence: expected one");
   EXPECT_EQ(error_of([&] { (void)matcher.activate({2, 3}); }), "rule 3 is not among the rules");
-  EXPECT_EQ(error_of([&] { (void)matcher.match("go", {5, 0.0, &active}); }),
+  EXPECT_EQ(error_of([&] {
+              (void)matcher.match("go", {5, 0.0, &active});
+            }),
             "active rules of another matcher: expected those of this one");
-  EXPECT_EQ(error_of([&] { (void)matcher.match({"go", "up"}, {5, 0.0, &active}, 2); }),
+  EXPECT_EQ(error_of([&] {
+              (void)matcher.match({"go", "up"}, {5, 0.0, &active}, 2);
+            }),
             "active rules of another matcher: expected those of this one");
   EXPECT_EQ(error_of([&] { (void)other.explain("go", 9, &active); }),
             "rule 9 is not among the active rules");

@@ -8,11 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <velmora/evaluation.hpp>
 #include <velmora/velmora.hpp>
 #include <zu/log.hpp>
 #include <zu/path.hpp>
-
-#include "table-file.hpp"
 
 namespace {
 
@@ -37,14 +36,13 @@ const Case kCases[] = {
     {"travel", "enu", 15},    {"travel", "frf", 13},    {"travel", "jpj", 17},
 };
 
-// Sentences by rule; what stands for no rule ("-") is left out.
+// Sentences by rule; what no rule should answer is left out.
 Rules read_sentences(const std::string& file) {
-  std::map<std::string, std::vector<std::string>> named;
-  EXPECT_TRUE(read_named_sentences(DIALOGUES_DIR "/" + file, "rule id", named));
-  named.erase("-");
   Rules rules;
-  for (const auto& [rule_id, sentences] : named) {
-    rules[std::stoi(rule_id)] = sentences;
+  for (const velmora::Expectation& said : velmora::read_expectations(DIALOGUES_DIR "/" + file)) {
+    if (said.id) {
+      rules[*said.id].push_back(said.sentence);
+    }
   }
   return rules;
 }

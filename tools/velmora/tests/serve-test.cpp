@@ -1,5 +1,5 @@
-// What `velmora serve` answers, without sockets: who is let in, which requests are refused, and what the workbench says
-// of a dialogue small enough to know its answers.
+// What `velmora serve` answers, without sockets: who is let in, which requests are refused, and
+// what the workbench says of a dialogue small enough to know its answers.
 #include <chrono>
 #include <cmath>
 #include <filesystem>
@@ -79,7 +79,8 @@ class Workbench : public ::testing::Test {
     files_.expectations = folder_.write("expect.tsv", kExpectations);
   }
 
-  serve::Reply ask(const std::string& method, const std::string& path, const std::string& body = "") {
+  serve::Reply ask(const std::string& method, const std::string& path,
+                   const std::string& body = "") {
     serve::Request request;
     request.method = method;
     request.path = path;
@@ -144,12 +145,14 @@ TEST_F(Workbench, MatchesAndExplains) {
   EXPECT_EQ(answer["matches"][0]["text"], "go");
   EXPECT_EQ(answer["matches"].size(), 2U);
   EXPECT_THAT(answer["unknown"], ElementsAre("zzz"));
-  EXPECT_EQ(answer["words"], json::parse(R"([{"text":"go","known":true},{"text":"zzz","known":false}])"));
+  EXPECT_EQ(answer["words"],
+            json::parse(R"([{"text":"go","known":true},{"text":"zzz","known":false}])"));
 
   const json why = post("/api/explain", {{"sentence", "go zzz"}, {"id", 1}});
   double sum = 0.0;
   for (const json& pair : why["pairs"]) {
-    sum += pair["latent"].get<double>() + pair["words"].get<double>() + pair["characters"].get<double>();
+    sum += pair["latent"].get<double>() + pair["words"].get<double>() +
+           pair["characters"].get<double>();
   }
   EXPECT_NEAR(sum, answer["matches"][0]["score"].get<double>(), 1e-12);
 }
