@@ -17,13 +17,14 @@ struct ProgramResult {
 };
 
 /// Runs a command line of the shell in `folder`, and leaves nothing there but what it makes itself.
+/// A redirection of the command's own counts.
 inline ProgramResult run_program(const test::TemporaryFolder& folder, const std::string& command,
                                  const std::string& input = "") {
   const test::TemporaryFolder streams;
   streams.write("in", input);
   const int status =
-      std::system(("cd '" + folder.path() + "' && " + command + " <" + streams.path("in") + " >" +
-                   streams.path("out") + " 2>" + streams.path("err"))
+      std::system(("cd '" + folder.path() + "' && {\n" + command + "\n} <" + streams.path("in") +
+                   " >" + streams.path("out") + " 2>" + streams.path("err"))
                       .c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, streams.read("out"), streams.read("err")};
 }
