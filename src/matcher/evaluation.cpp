@@ -110,6 +110,7 @@ std::vector<Confusion> confusions_of(const std::vector<Expectation>& expectation
     }
   }
   std::vector<Confusion> confusions;
+  confusions.reserve(counts.size());
   for (const auto& [ids, count] : counts) {
     confusions.push_back({ids.first, ids.second, count});
   }
@@ -124,6 +125,7 @@ Evaluation evaluate(const Matcher& matcher, const std::vector<Expectation>& expe
                     unsigned threads) {
   check_ids(matcher, expectations);
   std::vector<std::string> sentences;
+  sentences.reserve(expectations.size());
   for (const Expectation& expectation : expectations) {
     sentences.push_back(expectation.sentence);
   }

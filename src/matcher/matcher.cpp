@@ -94,6 +94,7 @@ ActiveRules Matcher::activate(const std::vector<int>& ids) const {
   std::sort(sorted.begin(), sorted.end());
   sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
   std::vector<std::size_t> places;
+  places.reserve(sorted.size());
   for (const int id : sorted) {
     places.push_back(checked_place(*data_, id));
   }

@@ -184,7 +184,9 @@ std::vector<RuleScore> Scores::best(std::size_t count) const {
 
 Nearest Scores::nearest(std::size_t rule) const {
   const ScoreOptions& options = matcher_.options;
-  const auto [first, last] = sentences_of(rule);
+  const Range range = sentences_of(rule);
+  const std::size_t first = range.first;
+  const std::size_t last = range.last;
   std::vector<double> latent;
   std::vector<double> together;
   for (std::size_t s = first; s != last; ++s) {
