@@ -85,7 +85,7 @@ Complaint find_unknown(const CLI::App& app, int argc, char** argv) {
         complaint.text = "unknown option '" + name + "'" + suggestion(name, known);
         break;
       }
-    } else if (!commands.empty() && argument.front() != '-') {
+    } else if (!commands.empty() && !argument.starts_with('-')) {
       if (!holds(commands, argument)) {
         complaint.text = "unknown command '" + argument + "'" + suggestion(argument, commands);
         break;
