@@ -1,7 +1,9 @@
 // What users hand to the programs: command lines, tables and lists of ids.
 #include <algorithm>
+#include <map>
 #include <set>
 #include <sstream>
+#include <string>
 #include <vector>
 
 #include "command-line.hpp"
@@ -67,9 +69,9 @@ void table_file(const std::string& input) {
   for (const std::string& error : table.errors) {
     require(error.starts_with(path), "an error names its file");
   }
-  std::map<int, std::vector<std::string>> rules;
-  if (read_numbered_sentences(path, rules)) {
-    require(table.errors.empty() && !rules.empty(), "a good table has rules");
+  std::map<std::string, std::vector<std::string>> applications;
+  if (read_named_sentences(path, "application", applications)) {
+    require(!applications.empty(), "a good table has sentences");
   }
 }
 

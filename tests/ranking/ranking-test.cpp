@@ -86,7 +86,8 @@ TEST(Ranking, IsTheOrderedMapOfAllScores) {
     EXPECT_EQ(fast_rows, slow_rows);
     for (const std::size_t limit : {21U, 5U, 2U, 1U}) {
       fast_rows = rows;
-      expected.erase(expected.begin(), std::prev(expected.end(), std::min(limit, expected.size())));
+      const auto kept = static_cast<std::ptrdiff_t>(std::min(limit, expected.size()));
+      expected.erase(expected.begin(), std::prev(expected.end(), kept));
       Ranked best = expected;  // stays when there is nothing to rank
       const auto run = [&] {
         best = detail::RuleIndex().best_scores(vectors, query, active, fast_rows, limit);
