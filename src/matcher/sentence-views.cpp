@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmora::detail {
 
@@ -174,15 +175,17 @@ SparseVector Views::characters(const std::vector<std::string>& words) const {
 std::vector<std::map<int, double>> Views::character_parts(const std::vector<std::string>& words,
                                                           const SparseVector& whole) const {
   std::vector<std::map<int, double>> parts;
+  parts.reserve(words.size());
   std::map<int, double> counts;
   for (const std::string& word : words) {
-    std::map<int, double>& part = parts.emplace_back();
+    std::map<int, double> part;
     std::vector<int> ids;
     add_piece_ids(word, ids);
     for (const int id : ids) {
       part[id] += 1.0;
       counts[id] += 1.0;
     }
+    parts.push_back(std::move(part));
   }
   for (const Feature& feature : whole) {
     for (std::map<int, double>& part : parts) {

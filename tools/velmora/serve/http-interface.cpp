@@ -34,7 +34,7 @@ json parse_object(const Request& request) {
   if (request.body.size() > kLargestBody) {
     throw BadRequest{413, "the body has more than " + std::to_string(kLargestBody) + " bytes"};
   }
-  const json body = json::parse(request.body, nullptr, /*allow_exceptions=*/false);
+  json body = json::parse(request.body, nullptr, /*allow_exceptions=*/false);
   if (body.is_discarded()) {
     throw BadRequest{400, "the body is not JSON"};
   }

@@ -63,9 +63,9 @@ Request request_of(const httplib::Request& request) {
           request.body};
 }
 
-void send(Reply reply, httplib::Response& response) {
+void send(const Reply& reply, httplib::Response& response) {
   response.status = reply.status;
-  response.set_content(std::move(reply.body), reply.content_type.c_str());
+  response.set_content(reply.body, reply.content_type);
 }
 
 void set_headers(httplib::Server& server) {
@@ -95,11 +95,11 @@ void set_handlers(httplib::Server& server, Workbench& workbench, const Address& 
   using Handled = httplib::Server::HandlerResponse;
   server.set_pre_routing_handler(
       [&address](const httplib::Request& request, httplib::Response& response) {
-        Reply reply = refusal(request_of(request), address);
+        const Reply reply = refusal(request_of(request), address);
         if (reply.status == 0) {
           return Handled::Unhandled;
         }
-        send(std::move(reply), response);
+        send(reply, response);
         response.set_header("Connection", "close");  // its body, if it has one, stays unread
         return Handled::Handled;
       });

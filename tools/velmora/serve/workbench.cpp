@@ -1,7 +1,9 @@
 #include "workbench.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
+#include <optional>
 #include <sstream>
 #include <string_view>
 #include <utility>
@@ -61,12 +63,12 @@ class Lazy {
  public:
   const json& get(const std::function<json()>& compute) {
     std::call_once(once_, [&] { value_ = compute(); });
-    return value_;
+    return *value_;
   }
 
  private:
   std::once_flag once_;
-  json value_;
+  std::optional<json> value_;
 };
 
 Eigen::VectorXd latent_vector(const velmora::Model& model, const std::string& sentence) {
@@ -443,7 +445,8 @@ std::optional<json> Workbench::evaluation() {
   return state->evaluation_json.get([&] {
     const velmora::Evaluation& evaluation = *state->evaluation;
     const auto count = [&](double share) {
-      return static_cast<std::size_t>(share * static_cast<double>(evaluation.in_scope) + 0.5);
+      return static_cast<std::size_t>(
+          std::lround(share * static_cast<double>(evaluation.in_scope)));
     };
     return json{{"sentences", evaluation.in_scope},
                 {"out_of_place", evaluation.out_of_scope},
