@@ -60,7 +60,8 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::write(std::string_view text) {
-  if (std::fwrite(text.data(), 1, text.size(), file_) != text.size()) {
+  // An empty text may have no address, which fwrite must not get.
+  if (!text.empty() && std::fwrite(text.data(), 1, text.size(), file_) != text.size()) {
     fail_to_write(path_, errno);
   }
 }
