@@ -22,10 +22,9 @@ std::string many_stems(int documents) {
     std::string line = document % 3 == 0 ? "talk\t" : "book\t";
     for (int word = 0; word != 3 + document % 9; ++word) {
       const std::uint64_t bits = random_bits(3, static_cast<std::uint64_t>(document * 16 + word));
-      line += "w" +
-              std::to_string(bits % 3 == 0 ? bits / 3 % 400
-                                           : document % 10 * 40 + static_cast<int>(bits / 3 % 20)) +
-              " ";
+      const int pick = static_cast<int>(bits / 3 % 400);
+      const bool any_topic = bits % 3 == 0;
+      line += "w" + std::to_string(any_topic ? pick : document % 10 * 40 + pick % 20) + " ";
     }
     text += line + "\n";
   }
