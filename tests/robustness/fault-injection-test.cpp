@@ -30,6 +30,8 @@ void* count(void* block) {
 }  // namespace
 
 // Under these names for everything that is loaded: operator new, Eigen, ICU, the C library itself.
+// Clang hides them where it is not told otherwise.
+#pragma GCC visibility push(default)
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t number, std::size_t size);
@@ -55,6 +57,7 @@ void free(void* block) {
   __libc_free(block);
 }
 }
+#pragma GCC visibility pop
 
 namespace {
 
