@@ -11,7 +11,7 @@ namespace velmora {
 
 /// What two words add to a score: one of the sentence, one of the rule. Words are stems.
 struct WordPair {
-  std::string query_word;
+  std::string query_word;  ///< a stem of the sentence that was matched
   /// Empty for what the sentences of the other rules add or take away: the kernel ridge regression
   /// sets each rule against them.
   std::string rule_word;
@@ -19,14 +19,15 @@ struct WordPair {
   double words = 0.0;       ///< by being the same stem
   double characters = 0.0;  ///< by being spelled alike
 
+  /// The sum of the three.
   double total() const noexcept { return latent + words + characters; }
 };
 
 /// A score as a sum over pairs of words. Nothing is left out and nothing estimated: the totals of
 /// all pairs add up to the score, up to rounding (below 1e-12).
 struct Explanation {
-  int id = 0;
-  double score = 0.0;
+  int id = 0;          ///< of the rule
+  double score = 0.0;  ///< as Match::score
   /// As Match::sentence.
   std::size_t sentence = 0;
   /// Every pair that adds anything, strongest (by the absolute value of the total) first.

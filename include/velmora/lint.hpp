@@ -12,6 +12,7 @@
 
 namespace velmora {
 
+/// What can be wrong with a sentence of a rule.
 enum class FindingKind {
   no_known_word,       ///< the model knows no word of a sentence: only counting can find it
   unknown_word,        ///< a word that the model does not know; one finding a word and rule
@@ -27,13 +28,14 @@ enum class FindingKind {
 /// The name of a kind as it stands above: "no_known_word" and so on.
 VELMORA_EXPORT const char* name_of(FindingKind kind) noexcept;
 
+/// A fault of a sentence, or of two sentences together.
 struct Finding {
-  FindingKind kind = FindingKind::no_known_word;
-  /// The rule, and the index of the sentence among its sentences.
-  int rule = 0;
-  std::size_t sentence = 0;
-  /// The other rule and its sentence, for the kinds that speak of two.
+  FindingKind kind = FindingKind::no_known_word;  ///< what is wrong
+  int rule = 0;                                   ///< id of the rule
+  std::size_t sentence = 0;                       ///< index into Rule::sentences
+  /// Id of the other rule, for the kinds that speak of two sentences.
   std::optional<int> other = std::nullopt;
+  /// Its sentence: an index into Rule::sentences.
   std::optional<std::size_t> other_sentence = std::nullopt;
   /// What is wrong, as a sentence for the author of the rules; names no file.
   std::string text;

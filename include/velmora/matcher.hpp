@@ -54,12 +54,12 @@ struct MatcherData;
 /// does not know (by their squared weights): the counting parts fade where no rule shares much with
 /// what was said, unless it is mostly words without a meaning to the model.
 struct ScoreOptions {
-  double nearest = 0.75;
-  double centre = 1.25;
-  double ridge = 0.75;
-  double kernel = 2.0;
-  double words = 0.5;
-  double characters = 1.0;
+  double nearest = 0.75;    ///< weight of the nearest sentence, latent
+  double centre = 1.25;     ///< of the sum of the sentences, latent
+  double ridge = 0.75;      ///< of the ridge regression
+  double kernel = 2.0;      ///< of the kernel ridge regression
+  double words = 0.5;       ///< of what is shared in words
+  double characters = 1.0;  ///< of what is shared in pieces of words
   /// How much of the words of a sentence a rule must share for the counting parts to count in full,
   /// from 0 (they always do) to 1.
   double shared_words = 1.0;
@@ -71,7 +71,7 @@ struct ScoreOptions {
 
 /// A rule that answers a sentence.
 struct Match {
-  int id = 0;
+  int id = 0;  ///< of the rule
   /// Rarely above 1; what is unrelated lies around 0.
   double score = 0.0;
   /// Which sentence of the rule came closest: an index into Rule::sentences.
@@ -109,6 +109,7 @@ class VELMORA_EXPORT ActiveRules {
   std::shared_ptr<const detail::ActiveData> data_;
 };
 
+/// What an answer should hold.
 struct MatchOptions {
   /// At most so many matches.
   std::size_t top = 5;
@@ -160,6 +161,7 @@ class VELMORA_EXPORT Matcher {
   /// Throws Error for an id that is not among the (active) rules.
   Explanation explain(std::string_view sentence, int id, const ActiveRules* active = nullptr) const;
 
+  /// The one that was given.
   const Model& model() const noexcept;
   /// In the order in which they were given.
   const std::vector<Rule>& rules() const noexcept;

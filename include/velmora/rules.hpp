@@ -12,9 +12,8 @@ namespace velmora {
 
 /// What a dialogue reacts to: one or several sentences that mean the same.
 struct Rule {
-  int id = 0;
-  /// UTF-8.
-  std::vector<std::string> sentences;
+  int id = 0;                          ///< any number that no other rule has
+  std::vector<std::string> sentences;  ///< UTF-8
   /// Line of each sentence in the file that the rule was read from, counted from 1; empty for a
   /// rule that came from no file. Matching does not look at it.
   std::vector<std::size_t> lines = {};
