@@ -109,6 +109,12 @@ void add_teacher_options(CLI::App& app, TrainingSettings& settings, RawOptions& 
       ->check(between(1e-6, 1e9))
       ->type_name("X")
       ->capture_default_str();
+  app.add_option("--least-length", settings.least_length,
+                 "Words of that regression whose vectors are shorter than this share of the usual "
+                 "length get random signs beside")
+      ->check(between(0, 10))
+      ->type_name("X")
+      ->capture_default_str();
   app.add_option("--join", raw.join,
                  "Train nothing, but put this model beside others of the same words, with a weight "
                  "(repeatable)")

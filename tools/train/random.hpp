@@ -1,9 +1,9 @@
 // Random numbers that are the same with every compiler and on every machine.
 //
-// Used for the first word factors. The generator is splitmix64 (G. Steele, D. Lea, C. Flood, "Fast
-// Splittable Pseudorandom Number Generators", OOPSLA 2014), read at a position instead of stepped,
-// so that the order of drawing does not matter. Nothing here calls the mathematics library. Tested
-// by tools/train/tests/factorisation-test.cpp.
+// Used for the first word factors and for words that a teacher hardly taught. The generator is
+// splitmix64 (G. Steele, D. Lea, C. Flood, "Fast Splittable Pseudorandom Number Generators", OOPSLA
+// 2014), read at a position instead of stepped, so that the order of drawing does not matter.
+// Nothing here calls the mathematics library. Tested by tools/train/tests/factorisation-test.cpp.
 #pragma once
 
 #include <cstdint>

@@ -1,10 +1,12 @@
 #include "regression.hpp"
 
 #include <algorithm>
+#include <cmath>
 
 #include <Eigen/Eigenvalues>
 
 #include "parallel.hpp"
+#include "random.hpp"
 
 namespace velmora::trainer {
 
@@ -125,6 +127,22 @@ Eigen::MatrixXf principal_factors(const RowMatrix& vectors, const std::vector<do
   // The eigenvalues rise.
   const Eigen::MatrixXd directions = components.eigenvectors().rightCols(kept).rowwise().reverse();
   return (vectors.cast<double>() * directions).transpose().cast<float>();
+}
+
+void tell_apart_short_words(Eigen::MatrixXf& factors, double least, std::uint64_t start) {
+  const auto square_lengths = factors.cast<double>().colwise().squaredNorm().eval();
+  const double square_least = least * least * square_lengths.mean();
+  for (Eigen::Index word = 0; word != factors.cols(); ++word) {
+    const double missing = square_least - square_lengths[word];
+    if (missing <= 0.0) {
+      continue;
+    }
+    const auto size = static_cast<float>(std::sqrt(missing / static_cast<double>(factors.rows())));
+    for (Eigen::Index k = 0; k != factors.rows(); ++k) {
+      const auto place = static_cast<std::uint64_t>(word * factors.rows() + k);
+      factors(k, word) += (random_bits(start, place) & 1U) == 0 ? size : -size;
+    }
+  }
 }
 
 }  // namespace velmora::trainer

@@ -10,11 +10,12 @@
 // "Methods of Conjugate Gradients for Solving Linear Systems", 1952), each column of its own,
 // preconditioned by the diagonal: X'AX itself would not fit into memory, and a few steps do.
 //
-// Nothing here is random, and all sums have a fixed order: the same texts and vectors give the same
-// bits with any number of threads and on any machine of one architecture. Used by training.cpp.
-// Tested by tools/train/tests/teacher-test.cpp.
+// Nothing but the signs of short words is random, and all sums have a fixed order: the same texts
+// and vectors give the same bits with any number of threads and on any machine of one architecture.
+// Used by training.cpp. Tested by tools/train/tests/teacher-test.cpp.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -34,5 +35,12 @@ RowMatrix word_vectors(const TaughtTexts& texts, double lambda, int threads,
 /// a sentence. Fewer rows when the teacher has fewer dimensions.
 Eigen::MatrixXf principal_factors(const RowMatrix& vectors, const std::vector<double>& idf,
                                   int dim);
+
+/// Words that the teacher hardly taught have short factors, which say little of them but drown in
+/// those of others. Where a column is shorter than `least` times the root mean square length of
+/// all, random signs of one size are added to it, of the square length that is missing.
+///
+/// start   of the stream that the signs come from
+void tell_apart_short_words(Eigen::MatrixXf& factors, double least, std::uint64_t start);
 
 }  // namespace velmora::trainer

@@ -39,7 +39,7 @@ struct TrainingSettings {
   std::size_t min_count = 2;
   double idf_floor = 0.05;
 
-  /// First factors and draws of the refinement.
+  /// First factors, draws of the refinement, and signs of short words.
   std::uint64_t random_start = 1;
   FactorisationSettings factorisation;
   int sweeps = 3;
@@ -54,6 +54,8 @@ struct TrainingSettings {
   std::filesystem::path teacher;
   /// Ridge term of that regression.
   double teacher_lambda = 10.0;
+  /// Shorter words than this share of the root mean square length get random signs beside.
+  double least_length = 0.0;
   /// Not empty: no training, but these models side by side (join.hpp).
   std::vector<JoinedModel> join;
 

@@ -125,7 +125,9 @@ Eigen::MatrixXf follow_teacher(const TrainingSettings& settings, const fs::path&
       word_vectors(texts, settings.teacher_lambda, settings.factorisation.threads,
                    [&](double share) { progress.advance(share); });
   progress.finish("");
-  return principal_factors(vectors, tables.idf, settings.factorisation.dim);
+  Eigen::MatrixXf factors = principal_factors(vectors, tables.idf, settings.factorisation.dim);
+  tell_apart_short_words(factors, settings.least_length, settings.random_start);
+  return factors;
 }
 
 // Brings the factors to the lengths that inference will see, and refines them there. Returns how

@@ -170,6 +170,19 @@ TEST(PrincipalFactors, TurnTheVectorsAndKeepTheStrongestDirections) {
   EXPECT_EQ(principal_factors(vectors, idf, 7), all.topRows(7));
 }
 
+TEST(ShortWords, GetSignsOfTheirOwnUpToTheLeastLength) {
+  Eigen::MatrixXf factors = Eigen::MatrixXf::Zero(64, 4);  // mean square length 4
+  factors(0, 0) = std::sqrt(15.36F);
+  factors(1, 1) = 0.8F;
+  const Eigen::MatrixXf before = factors;
+  tell_apart_short_words(factors, 0.5, 1);
+  EXPECT_EQ(factors.col(0), before.col(0));
+  const Eigen::MatrixXf added = (factors - before).rightCols(3).cwiseAbs();
+  EXPECT_TRUE(added.col(0).isConstant(0.6F / 8.0F, 1e-5F));
+  EXPECT_TRUE(added.rightCols(2).isConstant(1.0F / 8.0F));
+  EXPECT_LT(std::abs(factors.col(2).dot(factors.col(3))), 0.5F);
+}
+
 TEST(JoinFactors, BringsEachModelToItsWeight) {
   const MatrixXd first = (MatrixXd(1, 2) << 10, -10).finished();
   const MatrixXd second = (MatrixXd(2, 2) << 0, 2, 0, 2).finished();  // mean square length 4
