@@ -95,7 +95,7 @@ MatcherData::MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& 
   for (const auto& [id, place] : by_id) {
     places.push_back(place);
   }
-  index.emplace(std::move(places), first_sentence, sentences, views);
+  index.emplace(std::move(places), first_sentence, sentences, linear, views);
 }
 
 void MatcherData::see_sentences(const Progress& progress) {
@@ -153,6 +153,8 @@ void MatcherData::solve() {
     kernel = kernel_columns(sentences, rule_of, rules.size());
     linear += kernel_weight * kKernelLatent * (latent * kernel);
   }
+  const Eigen::VectorXd lengths = linear.colwise().norm();
+  linear_length.assign(lengths.begin(), lengths.end());
 }
 
 std::size_t MatcherData::place_of(int id) const {

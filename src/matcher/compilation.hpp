@@ -51,6 +51,8 @@ struct MatcherData {
   double character_weight = 0.0;
   /// D x rules: all that is linear in the latent vector of a query, weighted.
   Eigen::MatrixXd linear;
+  /// The lengths of its columns.
+  std::vector<double> linear_length;
   /// Sum of the weights that are in use.
   double total_weight = 1.0;
   /// Of all rules.

@@ -100,7 +100,7 @@ ActiveRules Matcher::activate(const std::vector<int>& ids) const {
   }
   return ActiveRules(std::make_shared<const detail::ActiveData>(
       detail::ActiveData{data_, detail::RuleIndex(std::move(places), data_->first_sentence,
-                                                  data_->sentences, data_->views)}));
+                                                  data_->sentences, data_->linear, data_->views)}));
 }
 
 const Model& Matcher::model() const noexcept {

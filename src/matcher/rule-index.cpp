@@ -27,12 +27,19 @@ std::vector<std::size_t> sentences_of(const std::vector<std::size_t>& places,
 }
 
 VX::Dialog::detail::RowIndex coarse_rows(const Eigen::MatrixXd& latent,
-                                         const std::vector<std::size_t>& sentences) {
-  Eigen::MatrixXd rows(latent.rows(), static_cast<Eigen::Index>(sentences.size()));
-  for (std::size_t s = 0; s != sentences.size(); ++s) {
-    rows.col(static_cast<Eigen::Index>(s)) = latent.col(static_cast<Eigen::Index>(sentences[s]));
+                                         const std::vector<std::size_t>& sentences,
+                                         const Eigen::MatrixXd& linear,
+                                         const std::vector<std::size_t>& places) {
+  const std::size_t count = sentences.size() + places.size();
+  Eigen::MatrixXd rows(latent.rows(), static_cast<Eigen::Index>(count));
+  Eigen::Index row = 0;
+  for (const std::size_t sentence : sentences) {
+    rows.col(row++) = latent.col(static_cast<Eigen::Index>(sentence));
   }
-  return {rows.data(), sentences.size(), static_cast<std::size_t>(latent.rows())};
+  for (const std::size_t place : places) {
+    rows.col(row++) = linear.col(static_cast<Eigen::Index>(place));
+  }
+  return {rows.data(), count, static_cast<std::size_t>(latent.rows())};
 }
 
 }  // namespace
@@ -70,14 +77,14 @@ std::vector<double> Postings::dots(const SparseVector& query) const {
 
 RuleIndex::RuleIndex(std::vector<std::size_t> rule_places,
                      const std::vector<std::size_t>& first_sentence, const SentenceTable& table,
-                     const Views& views)
+                     const Eigen::MatrixXd& linear, const Views& views)
     : places(std::move(rule_places)),
       first(starts_of(places, first_sentence)),
       sentences(sentences_of(places, first_sentence)),
       words(table.words, sentences, views.word_count()),
       characters(table.characters, sentences, views.piece_count()),
-      latent(coarse_rows(table.latent, sentences)),
-      rows(sentences.size()) {
+      latent(coarse_rows(table.latent, sentences, linear, places)),
+      rows(latent.size()) {
   std::iota(rows.begin(), rows.end(), 0);
 }
 

@@ -50,8 +50,9 @@ struct SentenceTable {
 struct RuleIndex {
   /// places           of the rules, by ascending id
   /// first_sentence   of each rule of the matcher, and the end
+  /// linear           D x rules of the matcher: what is linear in the latent vector of a query
   RuleIndex(std::vector<std::size_t> rule_places, const std::vector<std::size_t>& first_sentence,
-            const SentenceTable& table, const Views& views);
+            const SentenceTable& table, const Eigen::MatrixXd& linear, const Views& views);
 
   std::vector<std::size_t> places;
   /// The first sentence of each of them, and the end, counted within this index.
@@ -60,6 +61,7 @@ struct RuleIndex {
   std::vector<std::size_t> sentences;
   Postings words;
   Postings characters;
+  /// The latent vectors of the sentences, and then the linear parts of the rules.
   VX::Dialog::detail::RowIndex latent;
   /// The rows of `latent`: 0, 1, 2 and so on.
   std::vector<int> rows;

@@ -52,10 +52,6 @@ Scores::Scores(const MatcherData& matcher, const RuleIndex& index, const Query& 
       query_(query),
       words_(index.words.dots(query.words)),
       characters_(index.characters.dots(query.characters)) {
-  sums_.reserve(index.places.size());
-  for (const std::size_t place : index.places) {
-    sums_.push_back(matcher.linear.col(at(place)).dot(query.latent));
-  }
   add_counting_parts();
   if (matcher.uses_kernel()) {
     add_kernel();
@@ -68,10 +64,9 @@ Scores::Range Scores::sentences_of(std::size_t rule) const {
 
 void Scores::add_counting_parts() {
   const ScoreOptions& options = matcher_.options;
-  std::vector<double> parts;
-  parts.reserve(sums_.size());
+  others_.reserve(index_.places.size());
   double most_shared = 0.0;
-  for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
+  for (std::size_t rule = 0; rule != index_.places.size(); ++rule) {
     const auto [first, last] = sentences_of(rule);
     double nearest_words = words_[first];
     double nearest_characters = characters_[first];
@@ -85,22 +80,22 @@ void Scores::add_counting_parts() {
     }
     const std::size_t place = index_.places[rule];
     most_shared = std::max(most_shared, nearest_words);
-    parts.push_back(matcher_.word_weight *
-                        (nearest_words + all_words * matcher_.word_scale[place]) +
-                    matcher_.character_weight *
-                        (nearest_characters + all_characters * matcher_.character_scale[place]));
+    others_.push_back(matcher_.word_weight *
+                          (nearest_words + all_words * matcher_.word_scale[place]) +
+                      matcher_.character_weight *
+                          (nearest_characters + all_characters * matcher_.character_scale[place]));
   }
   if (options.shared_words > 0.0) {
     counting_ = std::min(1.0, query_.unknown_share + most_shared / options.shared_words);
   }
-  for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
-    sums_[rule] += counting_ * parts[rule];
+  for (double& part : others_) {
+    part *= counting_;
   }
 }
 
 void Scores::add_kernel() {
   // The regression looks at the sentences of all rules, active or not; the latent part of it is in
-  // `linear`.
+  // the linear part.
   const RuleIndex& all = *matcher_.index;
   const bool is_all = &index_ == &all;
   const std::vector<double> words = is_all ? words_ : all.words.dots(query_.words);
@@ -111,9 +106,9 @@ void Scores::add_kernel() {
     similarities(at(all.sentences[s])) =
         kKernelWords * words[s] + kKernelCharacters * characters[s];
   }
-  for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
+  for (std::size_t rule = 0; rule != others_.size(); ++rule) {
     const auto column = matcher_.kernel.col(at(index_.places[rule]));
-    sums_[rule] += matcher_.kernel_weight * column.dot(similarities);
+    others_[rule] += matcher_.kernel_weight * column.dot(similarities);
   }
 }
 
@@ -127,11 +122,12 @@ double Scores::score(std::size_t rule) const {
   for (std::size_t s = first + 1; s != last; ++s) {
     nearest = std::max(nearest, latent_dot(s));
   }
-  return scaled(matcher_.options.nearest * nearest + sums_[rule]);
+  const double linear = matcher_.linear.col(at(index_.places[rule])).dot(query_.latent);
+  return scaled(matcher_.options.nearest * nearest + linear + others_[rule]);
 }
 
 std::vector<Scores::Bounds> Scores::bounds() const {
-  std::vector<Bounds> bounds(sums_.size());
+  std::vector<Bounds> bounds(others_.size());
   const std::span<const double> latent(query_.latent.data(),
                                        static_cast<std::size_t>(query_.latent.size()));
   using VX::Dialog::detail::RowIndex;
@@ -140,23 +136,32 @@ std::vector<Scores::Bounds> Scores::bounds() const {
   if (coarse) {
     index_.latent.dots(*coarse, index_.rows, dots);
   }
-  for (std::size_t rule = 0; rule != sums_.size(); ++rule) {
-    const auto [first, last] = sentences_of(rule);
+  const double nearest_weight = matcher_.options.nearest;
+  for (std::size_t rule = 0; rule != bounds.size(); ++rule) {
     Bounds& bound = bounds[rule];
-    if (coarse) {
-      const int highest = *std::max_element(dots.begin() + at(first), dots.begin() + at(last));
-      bound = {RowIndex::lower(highest, *coarse), RowIndex::upper(highest, *coarse)};
-    }  // else the query has no known word: its dot products are 0
-    const double weight = matcher_.options.nearest;
-    const double from = weight * (weight < 0.0 ? bound.upper : bound.lower);
-    const double to = weight * (weight < 0.0 ? bound.lower : bound.upper);
-    bound = {scaled(from + sums_[rule]), scaled(to + sums_[rule])};
+    bound = {others_[rule], others_[rule]};
+    if (coarse) {  // otherwise the query has no known word, and its dot products are 0
+      const auto add = [&](double weight, int dot) {
+        const double end = weight * RowIndex::lower(dot, *coarse);
+        const double other_end = weight * RowIndex::upper(dot, *coarse);
+        bound.lower += std::min(end, other_end);
+        bound.upper += std::max(end, other_end);
+      };
+      const auto [first, last] = sentences_of(rule);
+      int nearest = dots[first];
+      for (std::size_t s = first + 1; s != last; ++s) {
+        nearest = std::max(nearest, dots[s]);
+      }
+      add(nearest_weight, nearest);
+      add(matcher_.linear_length[index_.places[rule]], dots[index_.sentences.size() + rule]);
+    }
+    bound = {scaled(bound.lower), scaled(bound.upper)};
   }
   return bounds;
 }
 
 std::vector<RuleScore> Scores::best(std::size_t count) const {
-  count = std::min(count, sums_.size());
+  count = std::min(count, others_.size());
   std::vector<RuleScore> candidates;
   if (count == 0) {
     return candidates;

@@ -1,9 +1,10 @@
 // The scores of rules for one sentence.
 //
-// Used by matching and by explain. A score needs the highest of the dot products of the query with
-// the latent vectors of the rule's sentences. The coarse rows of the index bound it for every rule,
-// and only rules that may be among the best are scored exactly. All other parts are exact for every
-// rule. Not installed. Tested by tests/matcher/matcher-test.cpp.
+// Used by matching and by explain. The latent part of a score takes the dot products of the query
+// with the vectors of the rule's sentences and with the linear part of the rule. The coarse rows of
+// the index bound them for every rule, and only rules that may be among the best are scored
+// exactly. All other parts are exact for every rule. Not installed. Tested by
+// tests/matcher/matcher-test.cpp.
 #pragma once
 
 #include <memory>
@@ -82,8 +83,8 @@ class Scores {
   // By sentence of the index: dot products with the query.
   std::vector<double> words_, characters_;
   double counting_ = 1.0;
-  // By rule of the index: the score without the nearest latent vector, not scaled.
-  std::vector<double> sums_;
+  // By rule of the index: the part of the score that is not latent, not scaled.
+  std::vector<double> others_;
 };
 
 }  // namespace velmora::detail
