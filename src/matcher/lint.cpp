@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <span>
 
 #include <velmora/lint.hpp>
 
@@ -111,27 +112,52 @@ class Linter {
     }
   }
 
+  // Sentences whose latent part alone does not rule out that they are too close to sentence j,
+  // ascending; j is among them.
+  std::vector<std::size_t> possible_neighbours(std::size_t j) {
+    using VX::Dialog::detail::RowIndex;
+    constexpr double kLowest =
+        (kTooClose - detail::kKernelWords - detail::kKernelCharacters) / detail::kKernelLatent;
+    const detail::RuleIndex& index = *data_.index;
+    const auto latent = data_.sentences.latent.col(static_cast<Eigen::Index>(j));
+    const auto coarse =
+        index.latent.coarse({latent.data(), static_cast<std::size_t>(latent.size())});
+    std::vector<std::size_t> possible;
+    if (!coarse) {
+      return possible;  // no known word: it shares nothing with the latent part of others
+    }
+    const std::span<const int> rows(index.rows.data(), data_.sentence_count());
+    dots_.resize(rows.size());
+    index.latent.dots(*coarse, rows, dots_);
+    for (std::size_t s = 0; s != dots_.size(); ++s) {
+      if (RowIndex::upper(dots_[s], *coarse) >= kLowest) {
+        possible.push_back(index.sentences[s]);
+      }
+    }
+    std::sort(possible.begin(), possible.end());
+    return possible;
+  }
+
+  double similarity(std::size_t first, std::size_t second) const {
+    const detail::SentenceTable& table = data_.sentences;
+    return detail::kKernelLatent * table.latent.col(static_cast<Eigen::Index>(first))
+                                       .dot(table.latent.col(static_cast<Eigen::Index>(second))) +
+           detail::kKernelWords * detail::dot(table.words[first], table.words[second]) +
+           detail::kKernelCharacters *
+               detail::dot(table.characters[first], table.characters[second]);
+  }
+
   void look_at_neighbours(std::size_t j) {
-    const Eigen::VectorXd latent = data_.sentences.latent.transpose() *
-                                   data_.sentences.latent.col(static_cast<Eigen::Index>(j));
     double closest = kTooClose;
     std::optional<std::size_t> found;
-    for (std::size_t other = 0; other != data_.sentence_count(); ++other) {
+    for (const std::size_t other : possible_neighbours(j)) {
       if (data_.rule_of[other] == data_.rule_of[j] ||
-          data_.texts[other].stems == data_.texts[j].stems ||
-          detail::kKernelLatent * latent(static_cast<Eigen::Index>(other)) + detail::kKernelWords +
-                  detail::kKernelCharacters <
-              closest) {
+          data_.texts[other].stems == data_.texts[j].stems) {
         continue;
       }
-      const double similarity =
-          detail::kKernelLatent * latent(static_cast<Eigen::Index>(other)) +
-          detail::kKernelWords *
-              detail::dot(data_.sentences.words[j], data_.sentences.words[other]) +
-          detail::kKernelCharacters *
-              detail::dot(data_.sentences.characters[j], data_.sentences.characters[other]);
-      if (similarity >= closest) {
-        closest = similarity;
+      const double reached = similarity(j, other);
+      if (reached >= closest) {
+        closest = reached;
         found = other;
       }
     }
@@ -157,6 +183,7 @@ class Linter {
   std::map<std::vector<std::string>, std::vector<std::size_t>> with_stems_;
   std::set<std::pair<int, std::string>> told_unknown_;
   std::vector<Finding> findings_;
+  std::vector<int> dots_;
 };
 
 }  // namespace

@@ -1,10 +1,14 @@
 // Faults of rules that lint finds, each in a set of rules that has nothing else.
+#include <map>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <velmora/lint.hpp>
 
+#include "kit/random-sentences.hpp"
 #include "kit/small-model.hpp"
+#include "matcher/compilation.hpp"
 
 namespace {
 
@@ -60,6 +64,53 @@ TEST(Lint, ASentenceThatFindsAnotherRule) {
   const std::vector<std::string> findings =
       findings_of({{2, {"go", "go go up", "stop", "go walk"}}, {3, {"stop up", "up stop up"}}});
   EXPECT_THAT(findings, testing::Contains(testing::HasSubstr("finds_another_rule 2.2 3.")));
+}
+
+// For each sentence the closest of another rule with other words, found by looking at every pair.
+std::map<std::size_t, std::size_t> too_close_pairs(const velmora::detail::MatcherData& data) {
+  std::map<std::size_t, std::size_t> found;
+  for (std::size_t j = 0; j != data.sentence_count(); ++j) {
+    double closest = 0.9;
+    for (std::size_t other = 0; other != data.sentence_count(); ++other) {
+      const auto latent = [&](std::size_t s) {
+        return data.sentences.latent.col(static_cast<Eigen::Index>(s));
+      };
+      const double similarity =
+          0.4 * latent(j).dot(latent(other)) +
+          0.3 * velmora::detail::dot(data.sentences.words[j], data.sentences.words[other]) +
+          0.3 *
+              velmora::detail::dot(data.sentences.characters[j], data.sentences.characters[other]);
+      if (similarity >= closest && data.rule_of[j] != data.rule_of[other] &&
+          data.texts[j].stems != data.texts[other].stems) {
+        closest = similarity;
+        found[j] = other;
+      }
+    }
+  }
+  return found;
+}
+
+TEST(Lint, FindsWhatIsTooCloseAmongMany) {
+  const velmora::Model model = velmora::Model::installed("enu");
+  RandomSentences random(model, 1);
+  std::vector<velmora::Rule> rules = random.rules(60, 6);
+  for (int id = 61; id <= 80; ++id) {  // a word more than a sentence of another rule
+    const std::vector<std::string>& of =
+        rules[static_cast<std::size_t>(random.number(0, 59))].sentences;
+    rules.push_back({id, {of.back() + " " + random.sentence(), "please " + of.front()}});
+  }
+  const velmora::Matcher matcher(model, rules);
+  const velmora::detail::MatcherData& data = matcher.data();
+  std::map<std::size_t, std::size_t> found;
+  for (const velmora::Finding& finding : velmora::lint(matcher)) {
+    if (finding.kind == velmora::FindingKind::too_close) {
+      found[data.first_sentence[data.place_of(finding.rule)] + finding.sentence] =
+          data.first_sentence[data.place_of(finding.other.value())] +
+          finding.other_sentence.value();
+    }
+  }
+  EXPECT_GE(found.size(), 10U);
+  EXPECT_EQ(found, too_close_pairs(data));
 }
 
 }  // namespace
