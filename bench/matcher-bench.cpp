@@ -6,6 +6,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <velmora/lint.hpp>
 #include <velmora/matcher.hpp>
 
 #include "engine/rule-compilation.hpp"
@@ -121,6 +122,8 @@ void BM_PublishedMatch(benchmark::State& state) {
     engine.fRuleRows[rule] = rule;
     engine.fActive_rules.insert(rule);
   }
+  engine.fRuleIndex.renew(engine.fRuleVectors);
+  engine.fRuleIndex.trust_tables();  // as Velmora does
   const std::vector<std::string> queries = make_queries();
   std::size_t query = 0;
   for (auto _ : state) {
@@ -151,5 +154,26 @@ void BM_MatcherExplain(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_MatcherExplain)->Arg(150)->Arg(1'000)->Unit(benchmark::kMillisecond);
+
+// Every finding of a dialogue. Arguments: rules, sentences of each.
+void BM_Lint(benchmark::State& state) {
+  Sentences sentences(english());
+  velmora::ScoreOptions options;
+  options.kernel_sentences = 0;  // so that all sizes are scored alike
+  const velmora::Matcher matcher(
+      english(),
+      make_rules(sentences, static_cast<int>(state.range(0)), static_cast<int>(state.range(1))),
+      options);
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(velmora::lint(matcher));
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(1));
+}
+BENCHMARK(BM_Lint)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Args({100, 10})
+    ->Args({1'000, 10})
+    ->Args({5'000, 1});
 
 }  // namespace
