@@ -8,6 +8,7 @@
 #include <velmora/wordsense-model.hpp>
 #include <zu/log.hpp>
 
+#include "../../src/support/model-files.hpp"
 #include "failure.hpp"
 #include "output-directory.hpp"
 #include "output-file.hpp"
@@ -15,6 +16,7 @@
 namespace velmora::trainer {
 
 namespace fs = std::filesystem;
+namespace files = VX::Dialog::detail;
 
 namespace {
 
@@ -28,7 +30,7 @@ std::string content_of(const fs::path& path) {
 
 // The word tables of the first model; the others must have the same.
 void copy_word_tables(const std::vector<JoinedModel>& models, const fs::path& directory) {
-  for (const char* name : {"dictionary", "idf"}) {
+  for (const char* name : {files::kDictionaryFile, files::kIdfFile}) {
     const std::string content = content_of(models.front().directory / name);
     for (const JoinedModel& model : models) {
       if (content_of(model.directory / name) != content) {
@@ -44,7 +46,8 @@ void copy_word_tables(const std::vector<JoinedModel>& models, const fs::path& di
 
 Eigen::MatrixXd factors_of(const fs::path& directory) {
   wordsense_model model;
-  const bool opened = VX::Dialog::read_wordsense_model((directory / "model").string(), model);
+  const bool opened =
+      VX::Dialog::read_wordsense_model((directory / files::kModelFile).string(), model);
   if (!opened || model.word_factors.size() == 0 || !model.word_factors.allFinite()) {
     throw Failure(directory.string() + ": holds no usable model");
   }

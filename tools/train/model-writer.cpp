@@ -9,11 +9,13 @@
 #include <velmora/matrix-files.hpp>
 #include <velmora/wordsense-model.hpp>
 
+#include "../../src/support/model-files.hpp"
 #include "failure.hpp"
 
 namespace velmora::trainer {
 
 namespace fs = std::filesystem;
+namespace files = VX::Dialog::detail;
 
 namespace {
 
@@ -51,36 +53,37 @@ bool same_factors(const MatrixXd& read, const MatrixXd& meant) {
 }
 
 void check_word_tables(const fs::path& directory, std::size_t words) {
-  std::string dictionary_path = directory / "dictionary";
+  std::string dictionary_path = directory / files::kDictionaryFile;
   const std::map<std::string, int> ids = VX::Dialog::get_word_ids(dictionary_path);
   int next_id = 0;  // sorted by bytes, so the ids of the map run upward
   for (const auto& [word, word_id] : ids) {
     next_id += word_id == next_id ? 1 : 0;
   }
   if (ids.size() != words || next_id != static_cast<int>(words)) {
-    fail_check(directory, "dictionary");
+    fail_check(directory, files::kDictionaryFile);
   }
-  std::string idf_path = directory / "idf";
+  std::string idf_path = directory / files::kIdfFile;
   const std::map<int, double> idf = VX::Dialog::load_idf(idf_path);
   const bool positive =
       std::all_of(idf.begin(), idf.end(), [](const auto& entry) { return entry.second > 0.0; });
   if (idf.size() != words || !positive) {
-    fail_check(directory, "idf");
+    fail_check(directory, files::kIdfFile);
   }
 }
 
 void check_model(const fs::path& directory, const wordsense_model& meant) {
   wordsense_model read;
-  const bool opened = VX::Dialog::read_wordsense_model((directory / "model").string(), read);
+  const bool opened =
+      VX::Dialog::read_wordsense_model((directory / files::kModelFile).string(), read);
   auto close = [](double first, double second) {
     return std::abs(first - second) <= 1e-5 * std::abs(second);
   };
   if (!opened || read.dim != meant.dim || !close(read.lambda, meant.lambda) ||
       !close(read.missing_weight, meant.missing_weight)) {
-    fail_check(directory, "model");
+    fail_check(directory, files::kModelFile);
   }
   if (!same_factors(read.word_factors, meant.word_factors)) {
-    fail_check(directory, "model.conf");
+    fail_check(directory, files::kFactorsFile);
   }
 }
 
@@ -117,8 +120,8 @@ void write_model(const ScaledFactors& factors, const ModelSettings& settings,
   model.missing_weight = settings.missing_weight;
 
   // The writers report only whether a file could be opened; reading it back shows the rest.
-  std::string scalar_path = directory / "model";
-  std::string matrix_path = scalar_path + ".conf";
+  std::string scalar_path = directory / files::kModelFile;
+  std::string matrix_path = scalar_path + files::kFactorsSuffix;
   (void)VX::Dialog::write_wordsense_model(scalar_path.data(), model);
   if (settings.digits == 6) {
     (void)VX::Dialog::write_mat_data(matrix_path, model.word_factors);

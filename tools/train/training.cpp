@@ -9,6 +9,7 @@
 
 #include <zu/log.hpp>
 
+#include "../../src/support/model-files.hpp"
 #include "checkpoint.hpp"
 #include "corpus.hpp"
 #include "failure.hpp"
@@ -24,6 +25,7 @@
 namespace velmora::trainer {
 
 namespace fs = std::filesystem;
+namespace files = VX::Dialog::detail;
 
 namespace {
 
@@ -90,8 +92,8 @@ TrainingCorpus weigh_corpus(const TrainingSettings& settings, const Corpus& corp
 }
 
 void write_words(const WordTables& tables, const fs::path& model_directory) {
-  write_dictionary(tables.dictionary, model_directory / "dictionary");
-  write_idf(tables.idf, model_directory / "idf");
+  write_dictionary(tables.dictionary, model_directory / files::kDictionaryFile);
+  write_idf(tables.idf, model_directory / files::kIdfFile);
 }
 
 // The corpora are read, and their words written into the model directory.
