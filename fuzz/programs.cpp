@@ -22,11 +22,7 @@ int parse_velmora(int argc, char** argv) {
   CLI::App program("", "velmora");
   program.require_subcommand(1);
   Action action;
-  add_match_command(program, action);
-  add_explain_command(program, action);
-  add_lint_command(program, action);
-  add_test_command(program, action);
-  add_serve_command(program, action);
+  add_commands(program, action);
   return parse_command_line(program, argc, argv).value_or(0);
 }
 

@@ -17,3 +17,6 @@ void add_explain_command(CLI::App& program, Action& action);
 void add_lint_command(CLI::App& program, Action& action);
 void add_test_command(CLI::App& program, Action& action);
 void add_serve_command(CLI::App& program, Action& action);
+
+/// All of them, in the order in which --help names them.
+void add_commands(CLI::App& program, Action& action);

@@ -26,11 +26,7 @@ int run(int argc, char** argv) {
   program.set_version_flag("--version", "velmora " VELMORA_VERSION);
   program.require_subcommand(0, 1);
   Action action;
-  add_match_command(program, action);
-  add_explain_command(program, action);
-  add_lint_command(program, action);
-  add_test_command(program, action);
-  add_serve_command(program, action);
+  add_commands(program, action);
   const std::optional<int> status = parse_command_line(program, argc, argv);
   if (!status && !action) {
     throw WrongUsage(
