@@ -28,7 +28,11 @@ int parse_velmora(int argc, char** argv) {
 
 int parse_evaluate(int argc, char** argv) {
   EvaluateOptions options;
-  return read_options(argc, argv, options).value_or(0);
+  try {
+    return read_options(argc, argv, options).value_or(0);
+  } catch (const WrongUsage&) {
+    return 2;  // as the program ends
+  }
 }
 
 int parse_train(int argc, char** argv) {
