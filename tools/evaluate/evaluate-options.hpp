@@ -21,5 +21,6 @@ struct EvaluateOptions {
 };
 
 /// Fills the options. A value means that the program is to end with it as its exit status: help or
-/// version was asked for (0), or the usage is wrong (2, reported on standard error).
+/// version was asked for (0), or the usage is wrong (2, reported on standard error). Throws
+/// WrongUsage when there is nothing to measure.
 std::optional<int> read_options(int argc, char** argv, EvaluateOptions& options);
