@@ -40,9 +40,10 @@ void add_similarities(const std::vector<SparseVector>& sentences, double share,
 
 Eigen::MatrixXd ridge_inverse(const Eigen::MatrixXd& latent) {
   const Eigen::Index dim = latent.rows();
-  Eigen::MatrixXd system = latent * latent.transpose();
+  Eigen::MatrixXd system = Eigen::MatrixXd::Zero(dim, dim);
+  system.selfadjointView<Eigen::Lower>().rankUpdate(latent);
   system.diagonal().array() += kRidge;
-  return system.llt().solve(Eigen::MatrixXd::Identity(dim, dim));
+  return system.llt().solve(Eigen::MatrixXd::Identity(dim, dim));  // reads the lower triangle
 }
 
 Eigen::MatrixXd kernel_columns(const SentenceTable& sentences,
