@@ -71,6 +71,10 @@ void print_totals(const velmora::Evaluation& result) {
                    " of all others\n",
                    result.threshold.score, 100 * result.threshold.keeps,
                    100 * result.threshold.lets_through);
+  if (result.area_under_roc) {
+    std::cout << result.out_of_scope
+              << format(" for no rule: area under the ROC curve %.2f\n", *result.area_under_roc);
+  }
 }
 
 nlohmann::ordered_json failure_json(const velmora::Expectation& expected,

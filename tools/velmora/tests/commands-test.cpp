@@ -78,6 +78,7 @@ TEST_F(Commands, TestNamesTheLineAndKeepsTheBar) {
   const ProgramResult result = run(test);
   EXPECT_EQ(result.status, 1);
   EXPECT_THAT(result.out, HasSubstr("expect.tsv:2: wanted 3 (rank "));
+  EXPECT_THAT(result.out, HasSubstr("\n1 for no rule: area under the ROC curve "));
   EXPECT_THAT(result.out, HasSubstr(": songs, frobnicated\n"));
   EXPECT_THAT(result.out, HasSubstr("1 of 2 right (50.0 %)"));
   EXPECT_EQ(run("test --at-least 50 --expect expect.tsv" + std::string(kModel)).status, 0);
