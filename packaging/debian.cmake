@@ -45,6 +45,8 @@ if(TARGET velmora_python)
     "The matcher as a Python module."
     DEPENDS "${velmora_same_version}, python3 (>= 3.${python_minor}), python3 (<< 3.${next_python_minor}), python3-numpy"
     RECOMMENDS velmora-data-enu)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+    ${CMAKE_CURRENT_SOURCE_DIR}/python/postinst ${CMAKE_CURRENT_SOURCE_DIR}/python/prerm)
 endif()
 foreach(language IN LISTS velmora_languages)
   set(needs "")
