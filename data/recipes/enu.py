@@ -8,7 +8,7 @@ import wordnet
 from corpus import Document, common_words, labelled, made_up_texts, spoken_count
 
 DIM = 250
-SETTINGS = "--vocabulary 20000 --digits 2 --row-scaling 0 --lambda 4 --teacher-lambda 10"
+SETTINGS = "--vocabulary 23000 --digits 2 --row-scaling 0 --lambda 3 --teacher-lambda 10 --least-length 0.6"
 EVERYDAY = ("everyday", "brown", "examples", "help", "icons", "schema", "emoji", "symbols", "places")
 WEIGHTS = {}
 

@@ -49,16 +49,16 @@ struct MatcherData;
 /// sentences to their rules. a is its column in a kernel ridge regression over the similarity k of
 /// two sentences in all three views (0.4 latent, 0.3 words, 0.3 characters). m is the mean number
 /// of sentences a rule: a regression has much to say where rules have many sentences, and shared
-/// words where they have few. g is min(1, u + s / shared_words), where s is the
-/// highest x.w(j) of the active rules, and u the share of the words of the sentence that the model
-/// does not know (by their squared weights): the counting parts fade where no rule shares much with
-/// what was said, unless it is mostly words without a meaning to the model.
+/// words where they have few. g is the square of min(1, u + s / shared_words),
+/// where s is the highest x.w(j) of the active rules, and u the share of the words of the sentence
+/// that the model does not know (by their squared weights): the counting parts fade where no rule
+/// shares much with what was said, unless it is mostly words without a meaning to the model.
 struct ScoreOptions {
   double nearest = 0.75;    ///< weight of the nearest sentence, latent
   double centre = 1.25;     ///< of the sum of the sentences, latent
   double ridge = 0.75;      ///< of the ridge regression
-  double kernel = 2.0;      ///< of the kernel ridge regression
-  double words = 0.5;       ///< of what is shared in words
+  double kernel = 1.5;      ///< of the kernel ridge regression
+  double words = 0.25;      ///< of what is shared in words
   double characters = 1.0;  ///< of what is shared in pieces of words
   /// How much of the words of a sentence a rule must share for the counting parts to count in full,
   /// from 0 (they always do) to 1.

@@ -86,7 +86,8 @@ void Scores::add_counting_parts() {
                           (nearest_characters + all_characters * matcher_.character_scale[place]));
   }
   if (options.shared_words > 0.0) {
-    counting_ = std::min(1.0, query_.unknown_share + most_shared / options.shared_words);
+    const double shared = query_.unknown_share + most_shared / options.shared_words;
+    counting_ = std::min(1.0, shared * shared);
   }
   for (double& part : others_) {
     part *= counting_;

@@ -71,9 +71,10 @@ class DirectScorer {
     for (Eigen::Index r = 0; r != M_.cols(); ++r) {
       most_shared = std::max(most_shared, nearest(w, r));
     }
-    const double g = options.shared_words > 0.0
-                         ? std::min(1.0, query.unknown_share + most_shared / options.shared_words)
-                         : 1.0;
+    const double g =
+        options.shared_words > 0.0
+            ? std::min(1.0, std::pow(query.unknown_share + most_shared / options.shared_words, 2))
+            : 1.0;
     Eigen::VectorXd sums = options.ridge * R_.transpose() * query.latent +
                            kernel * J_.transpose() * (0.4 * f + 0.3 * w + 0.3 * c);
     for (Eigen::Index r = 0; r != M_.cols(); ++r) {

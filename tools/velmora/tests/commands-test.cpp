@@ -54,7 +54,7 @@ TEST_F(Commands, MatchPrintsJson) {
 }
 
 TEST_F(Commands, ExplainAddsUpToTheScore) {
-  const ProgramResult explained = run(std::string("explain 20 songs --top 1") + kModel);
+  const ProgramResult explained = run(std::string("explain 20 songs --top 2") + kModel);
   EXPECT_THAT(explained.out,
               AllOf(HasSubstr("rule 20: and songs\n"), HasSubstr("  song              song\n"),
                     HasSubstr(" weaker pairs)\n")));
