@@ -95,8 +95,8 @@ struct RankUpdate {
 
 // Nothing where the short road would be the longer one, or is not known to hold.
 std::optional<RankUpdate> rank_update(const std::vector<Term>& terms, const Eigen::MatrixXd& U,
-                                      const wordsense_model& model,
-                                      const GramInverse& gram_inverse) {
+                                      const wordsense_model& model, const GramInverse& gram_inverse,
+                                      const FoldedWords* words = nullptr) {
   const bool all_present = std::all_of(terms.begin(), terms.end(),
                                        [](const Term& term) { return term.presence == 1.0; });
   const double c = 1.0 - model.missing_weight;
@@ -104,7 +104,11 @@ std::optional<RankUpdate> rank_update(const std::vector<Term>& terms, const Eige
     return std::nullopt;
   }
   RankUpdate update;
-  update.HU = gram_inverse.matrix() * U;
+  if (words != nullptr) {
+    update.HU = words->of(terms);
+  } else {
+    update.HU = gram_inverse.matrix() * U;
+  }
   update.M = c * (U.transpose() * update.HU);
   update.M.diagonal().array() += 1.0;
   return update;
@@ -133,11 +137,32 @@ Eigen::VectorXd fold_in_directly(const std::vector<Term>& terms, const wordsense
   return direct_columns(terms, U, model, word_gram) * values_of(terms);
 }
 
+FoldedWords::FoldedWords(std::vector<int> word_ids, const wordsense_model& model,
+                         const GramInverse& gram_inverse)
+    : word_ids_(std::move(word_ids)) {
+  std::sort(word_ids_.begin(), word_ids_.end());
+  word_ids_.erase(std::unique(word_ids_.begin(), word_ids_.end()), word_ids_.end());
+  if (gram_inverse.is_accurate()) {  // otherwise the direct road is taken
+    columns_ = gram_inverse.matrix() * model.word_factors(Eigen::all, word_ids_);
+  }
+}
+
+Eigen::MatrixXd FoldedWords::of(const std::vector<Term>& terms) const {
+  Eigen::MatrixXd gathered(columns_.rows(), static_cast<Eigen::Index>(terms.size()));
+  Eigen::Index column = 0;
+  for (const Term& term : terms) {
+    const auto word = std::lower_bound(word_ids_.begin(), word_ids_.end(), term.word_id);
+    gathered.col(column++) = columns_.col(word - word_ids_.begin());
+  }
+  return gathered;
+}
+
 Eigen::VectorXd fold_in_terms(const std::vector<Term>& terms, const wordsense_model& model,
-                              const Eigen::MatrixXd& word_gram, const GramInverse& gram_inverse) {
+                              const Eigen::MatrixXd& word_gram, const GramInverse& gram_inverse,
+                              const FoldedWords* words) {
   const Eigen::MatrixXd U = gather_factors(terms, model.word_factors);
   const Eigen::VectorXd z = values_of(terms);
-  if (const auto update = rank_update(terms, U, model, gram_inverse)) {
+  if (const auto update = rank_update(terms, U, model, gram_inverse, words)) {
     const Eigen::VectorXd w = update->M.llt().solve(z);
     Eigen::VectorXd q = update->HU * w;
     const double largest = one_norm(update->M) * update->HU.norm() * w.norm();

@@ -49,10 +49,30 @@ bool shapes_agree(const wordsense_model& model, const Eigen::MatrixXd& word_gram
 Eigen::VectorXd fold_in_directly(const std::vector<Term>& terms, const wordsense_model& model,
                                  const Eigen::MatrixXd& word_gram);
 
+/// The part of folding that depends on single words, H times their factors, computed once for many
+/// sentences: their words repeat. D numbers a word.
+class FoldedWords {
+ public:
+  /// word_ids   columns of word_factors, in any order, with or without repeats
+  FoldedWords(std::vector<int> word_ids, const wordsense_model& model,
+              const GramInverse& gram_inverse);
+
+  /// D x s: the columns of some terms, whose words must be among those given.
+  Eigen::MatrixXd of(const std::vector<Term>& terms) const;
+
+ private:
+  std::vector<int> word_ids_;  // sorted
+  Eigen::MatrixXd columns_;
+};
+
 /// The same within 1e-12 of its length, in s D^2 + s^2 D + s^3 steps. `gram_inverse` must be that
 /// of word_gram and model.lambda.
+///
+/// words   spares the first of these summands; null for a sentence of its own. Moves the result by
+///         a rounding at most.
 Eigen::VectorXd fold_in_terms(const std::vector<Term>& terms, const wordsense_model& model,
-                              const Eigen::MatrixXd& word_gram, const GramInverse& gram_inverse);
+                              const Eigen::MatrixXd& word_gram, const GramInverse& gram_inverse,
+                              const FoldedWords* words = nullptr);
 
 /// What each term adds to that vector: Y (D x s) with q = Y v, so that column k times the value of
 /// term k is the part of term k.

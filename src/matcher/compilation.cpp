@@ -100,10 +100,8 @@ MatcherData::MatcherData(Model of, std::vector<Rule> given, const ScoreOptions& 
 
 void MatcherData::see_sentences(const Progress& progress) {
   const std::size_t n = sentence_count();
-  sentences.latent.resize(static_cast<Eigen::Index>(model.dimension()),
-                          static_cast<Eigen::Index>(n));
+  sentences.latent = model.data().latent_vectors(texts);
   for (std::size_t j = 0; j != n; ++j) {
-    sentences.latent.col(static_cast<Eigen::Index>(j)) = model.data().latent_vector(texts[j].stems);
     sentences.words.push_back(views.words(texts[j].stems));
     sentences.characters.push_back(views.characters(texts[j].words));
     if (progress) {

@@ -134,6 +134,28 @@ Eigen::VectorXd detail::ModelData::latent_vector(const std::vector<std::string>&
   return scaled(VX::Dialog::detail::fold_in_terms(known.terms, factors, word_gram, gram_inverse));
 }
 
+Eigen::MatrixXd detail::ModelData::latent_vectors(
+    const std::vector<SentenceText>& sentences) const {
+  std::vector<std::vector<VX::Dialog::detail::Term>> terms;
+  std::vector<int> word_ids;
+  for (const SentenceText& sentence : sentences) {
+    terms.push_back(detail::known_terms(*this, sentence.stems).terms);
+    for (const VX::Dialog::detail::Term& term : terms.back()) {
+      word_ids.push_back(term.word_id);
+    }
+  }
+  const VX::Dialog::detail::FoldedWords words(std::move(word_ids), factors, gram_inverse);
+  Eigen::MatrixXd vectors =
+      Eigen::MatrixXd::Zero(factors.dim, static_cast<Eigen::Index>(sentences.size()));
+  for (std::size_t j = 0; j != sentences.size(); ++j) {
+    if (!terms[j].empty()) {
+      vectors.col(static_cast<Eigen::Index>(j)) = scaled(
+          VX::Dialog::detail::fold_in_terms(terms[j], factors, word_gram, gram_inverse, &words));
+    }
+  }
+  return vectors;
+}
+
 Model Model::load(const std::filesystem::path& directory, const std::string& language) {
   if (std::find(kLanguages.begin(), kLanguages.end(), language) == kLanguages.end()) {
     throw Error("unknown language '" + language + "': expected one of " +

@@ -27,6 +27,19 @@ struct Sentence {
   }
   VectorXd directly() const { return fold_in_directly(terms, model, word_gram); }
   VectorXd by_update() const { return fold_in_terms(terms, model, word_gram, inverse()); }
+  // As one of many sentences, whose words have factors.
+  VectorXd with_shared_words() const {
+    std::vector<int> word_ids = {0, 0};
+    for (const Term& term : terms) {
+      if (term.word_id >= model.word_factors.cols()) {
+        return by_update();
+      }
+      word_ids.push_back(term.word_id);
+    }
+    const GramInverse gram_inverse = inverse();
+    const FoldedWords words(word_ids, model, gram_inverse);
+    return fold_in_terms(terms, model, word_gram, gram_inverse, &words);
+  }
   MatrixXd columns() const { return fold_in_columns(terms, model, word_gram, inverse()); }
   GramInverse inverse() const { return GramInverse(word_gram, model.lambda); }
 
@@ -54,6 +67,7 @@ TEST(FoldIn, ByUpdateIsTheDirectOneToRounding) {
     const VectorXd direct = sentence.directly();
     const VectorXd found = sentence.by_update();
     EXPECT_LE((found - direct).norm(), 1e-12 * direct.norm());
+    EXPECT_LE((sentence.with_shared_words() - direct).norm(), 1e-12 * direct.norm());
     VectorXd values(sentence.columns().cols());
     for (std::size_t k = 0; k != sentence.terms.size(); ++k) {
       values(static_cast<Eigen::Index>(k)) = sentence.terms[k].value;
