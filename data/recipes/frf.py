@@ -14,9 +14,9 @@ from corpus import common_words, labelled, made_up_texts, sentences, spoken_coun
 from downloads import unpack
 
 DIM = 250
-SETTINGS = "--vocabulary 20000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --teacher-lambda 6"
+SETTINGS = "--vocabulary 20000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --teacher-lambda 8 --least-length 0.4"
 EVERYDAY = ("everyday", "symbols", "places", "glosses", "help", "handbook", "editor")
-WEIGHTS = {"function": 20, "forms": 0.3}
+WEIGHTS = {"function": 25, "forms": 0.3, "help": 3, "editor": 3, "handbook": 3, "symbols": 2, "places": 2}
 
 FROM_FRENCH = ("bul", "deu", "ell", "fin", "ita", "jpn", "lat", "lit", "pol", "por", "rus", "spa", "swe", "tur")
 
@@ -99,16 +99,15 @@ def documents():
         spelled.update(form.replace("œ", "oe") for form in forms)
         spelled.update(forms)
         forms_of.setdefault(forms[0], forms)
-    english_help = set(localised_texts.desktop_help("C"))
     yield from labelled(
         glosses=glosses(),
         everyday=everyday(rank_of, spelled),
-        help=(text for text in localised_texts.desktop_help("fr") if text not in english_help),
-        editor=localised_texts.editor_sentences("fr", sentences),
-        handbook=localised_texts.handbook_sentences("fr-FR", sentences),
         catalogues=localised_texts.catalogues("fr"))
     translations = english_to_french.translations(rank_of)
     yield from taught(
+        help=localised_texts.help_pairs("fr", sentences),
+        editor=localised_texts.editor_pairs("fr", sentences),
+        handbook=localised_texts.handbook_pairs("fr-FR", sentences),
         symbols=localised_texts.symbol_pairs("fr"),
         places=localised_texts.place_pairs("fr"),
         words=((english, word) for english, words in translations.items() for word in words[:TRANSLATIONS]),

@@ -15,7 +15,7 @@ from downloads import unpack
 from related_words import LONGEST_GROUP, groups, translations_into
 
 DIM = 200
-SETTINGS = "--vocabulary 27000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --teacher-lambda 3"
+SETTINGS = "--vocabulary 27000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --teacher-lambda 3 --least-length 0.4"
 EVERYDAY = ("everyday", "help", "editor", "handbook", "symbols", "places")
 WEIGHTS = {}
 
@@ -71,8 +71,8 @@ def running_text():
     help_sentences = (sentence for text in localised_texts.desktop_help("ja") for sentence in japanese_sentences(text))
     texts = labelled(
         help=help_sentences,
-        editor=localised_texts.editor_sentences("ja", japanese_sentences),
-        handbook=localised_texts.handbook_sentences("ja-JP", japanese_sentences),
+        editor=(text for _, text in localised_texts.editor_pairs("ja", japanese_sentences)),
+        handbook=(text for _, text in localised_texts.handbook_pairs("ja-JP", japanese_sentences)),
         catalogues=localised_texts.catalogues("ja"))
     return (document._replace(text=without_foreign_words(document.text)) for document in texts
             if is_japanese(document.text))

@@ -49,44 +49,80 @@ def place_pairs(locale):
     return ((english.get(name, ""), text) for name, text in texts(locale).items())
 
 
-def desktop_help(locale):
-    """Sentences of a desktop's user manual; C is its English."""
+def paired_sentences(pairs, split):
+    """(English sentence, sentence) of pairs of paragraphs. Without English where
+    the two have not as many sentences.
+    """
+    for english, text in pairs:
+        originals, translated = sentences(english), split(text)
+        if len(originals) != len(translated):
+            originals = [""] * len(translated)
+        yield from zip(originals, translated)
+
+
+def aligned(originals, texts):
+    """Pairs of what stands in the same place, without English where one file has more than the other."""
+    if len(originals) != len(texts):
+        originals = [""] * len(texts)
+    return zip(originals, texts)
+
+
+def help_pages(locale):
+    """The paragraphs of each page of a desktop's user manual; C is its English."""
     folder = unpack("gnome-help") / f"usr/share/help/{locale}/gnome-help"
     for path in sorted(folder.glob("*.page")):
-        root = ElementTree.parse(path).getroot()
-        for element in root.iter():
-            tag = element.tag.rpartition("}")[2]
-            if tag in ("p", "title", "desc"):
-                yield from sentences("".join(element.itertext()))
+        elements = ElementTree.parse(path).getroot().iter()
+        yield path.name, ["".join(element.itertext()) for element in elements
+                          if element.tag.rpartition("}")[2] in ("p", "title", "desc")]
 
 
-def editor_sentences(locale, split):
-    """What a map editor says: labels, hints, explanations."""
-    def texts(value):
+def desktop_help(locale):
+    """Sentences of a desktop's user manual."""
+    return (sentence for _, texts in help_pages(locale) for text in texts for sentence in sentences(text))
+
+
+def help_pairs(locale, split):
+    """(English sentence, sentence) of a desktop's user manual, without what is not translated."""
+    english = dict(help_pages("C"))
+    untranslated = set(desktop_help("C"))
+    for name, texts in help_pages(locale):
+        pairs = paired_sentences(aligned(english.get(name, ()), texts), split)
+        yield from (pair for pair in pairs if pair[1] not in untranslated)
+
+
+def editor_pairs(locale, split):
+    """(English sentence, sentence) of what a map editor says: labels, hints, explanations."""
+    def texts(value, place=()):
         if isinstance(value, str):
-            yield value
+            yield place, re.sub(r"\{[^}]*\}|<[^>]*>|https?://\S+|[*#`_]", " ", value)
         elif isinstance(value, dict):
-            for part in value.values():
-                yield from texts(part)
-    path = unpack("editor") / f"package/dist/locales/{locale}.min.json"
-    for text in texts(json.loads(path.read_text(encoding="utf-8"))):
-        yield from split(re.sub(r"\{[^}]*\}|<[^>]*>|https?://\S+|[*#`_]", " ", text))
+            for key, part in value.items():
+                yield from texts(part, (*place, key))
+
+    def messages(locale):
+        path = unpack("editor") / f"package/dist/locales/{locale}.min.json"
+        return texts(json.loads(path.read_text(encoding="utf-8"))[locale])
+
+    english = dict(messages("en"))
+    return paired_sentences(((english.get(place, ""), text) for place, text in messages(locale)), split)
 
 
-def handbook_paragraphs(locale):
+def handbook_pages(locale):
+    """The paragraphs of each page of a handbook for administrators."""
     folder = unpack("handbook") / "usr/share/doc/debian-handbook/html" / locale
     for path in sorted(folder.glob("*.html")):
         text = path.read_text(encoding="utf-8")
-        for paragraph in re.findall(r"<(?:p|div class=\"para\")>(.*?)</(?:p|div)>", text, re.S):
-            yield clean(html.unescape(re.sub(r"<[^>]*>", "", paragraph)))
+        paragraphs = re.findall(r"<(?:p|div class=\"para\")>(.*?)</(?:p|div)>", text, re.S)
+        yield path.name, [clean(html.unescape(re.sub(r"<[^>]*>", "", paragraph))) for paragraph in paragraphs]
 
 
-def handbook_sentences(locale, split):
-    """A handbook for administrators, without what is not translated."""
-    english = set(handbook_paragraphs("en-US"))
-    for paragraph in handbook_paragraphs(locale):
-        if paragraph not in english:
-            yield from split(paragraph)
+def handbook_pairs(locale, split):
+    """(English sentence, sentence) of a handbook for administrators, without what is not translated."""
+    english = dict(handbook_pages("en-US"))
+    untranslated = {paragraph for paragraphs in english.values() for paragraph in paragraphs}
+    for name, paragraphs in handbook_pages(locale):
+        pairs = aligned(english.get(name, ()), paragraphs)
+        yield from paired_sentences((pair for pair in pairs if pair[1] not in untranslated), split)
 
 
 def catalogue_messages(path):
