@@ -172,6 +172,7 @@ void BM_Lint(benchmark::State& state) {
 BENCHMARK(BM_Lint)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1)
+    ->Repetitions(3)
     ->Args({100, 10})
     ->Args({1'000, 10})
     ->Args({5'000, 1});
