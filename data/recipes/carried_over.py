@@ -10,6 +10,7 @@ lost, but the models do not see them anyway.
 import re
 from collections import Counter
 
+import english_texts
 import wordnet
 
 LONGEST_PHRASE = 3
@@ -71,3 +72,10 @@ def carry_over(texts, translations):
         chosen = {max(words, key=lambda word: (votes[word], -words.index(word))): None for words in candidates}
         if len(chosen) >= 2:
             yield text, " , ".join(chosen)
+
+
+def carried_over_texts(translations):
+    """{label: pairs of an English text and the same carried over} of our English sources."""
+    texts = {label: wordnet.texts(label) for label in ("wordnet", "examples", "synonyms")}
+    texts |= {"icons": english_texts.icons(), "emoji": english_texts.emoji()}
+    return {label: carry_over(documents, translations) for label, documents in texts.items()}

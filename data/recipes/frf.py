@@ -4,12 +4,10 @@ import re
 from collections import defaultdict
 from pathlib import Path
 
-import english_texts
 import english_to_french
 import localised_texts
-import wordnet
 from bilingual_dictionaries import wiktionary_entries
-from carried_over import carry_over
+from carried_over import carried_over_texts
 from corpus import common_words, labelled, made_up_texts, sentences, spoken_count, taught
 from downloads import unpack
 
@@ -113,8 +111,4 @@ def documents():
         words=((english, word) for english, words in translations.items() for word in words[:TRANSLATIONS]),
         forms=forms_of_translations(translations, forms_of, rank_of),
         function=function_words(),
-        wordnet=carry_over(wordnet.texts("wordnet"), translations),
-        examples=carry_over(wordnet.texts("examples"), translations),
-        synonyms=carry_over(wordnet.texts("synonyms"), translations),
-        icons=carry_over(english_texts.icons(), translations),
-        emoji=carry_over(english_texts.emoji(), translations))
+        **carried_over_texts(translations))

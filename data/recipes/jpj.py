@@ -4,12 +4,10 @@ import json
 import re
 from collections import Counter, defaultdict
 
-import english_texts
 import english_to_japanese
 import localised_texts
-import wordnet
 from bilingual_dictionaries import edict_entries, japanese_entries, japanese_marks, wiktionary_entries
-from carried_over import carry_over
+from carried_over import carried_over_texts
 from corpus import clean, labelled, made_up_texts, taught
 from downloads import unpack
 from related_words import LONGEST_GROUP, groups, translations_into
@@ -208,8 +206,4 @@ def documents():
         places=localised_texts.place_pairs("ja"),
         words=translated_words(counts, everyday_texts),
         potential=potential_forms(),
-        wordnet=carry_over(wordnet.texts("wordnet"), translations),
-        examples=carry_over(wordnet.texts("examples"), translations),
-        synonyms=carry_over(wordnet.texts("synonyms"), translations),
-        icons=carry_over(english_texts.icons(), translations),
-        emoji=carry_over(english_texts.emoji(), translations))
+        **carried_over_texts(translations))
