@@ -105,6 +105,11 @@ void add_teacher_options(CLI::App& app, TrainingSettings& settings, RawOptions& 
          "Vectors for the lines of the corpora, made by numpy.save: words get factors whose "
          "sums follow them")
       ->type_name("FILE");
+  app.add_option("--mean-share", settings.mean_share,
+                 "How much of the mean of those vectors is taken off each of them")
+      ->check(between(0, 10))
+      ->type_name("X")
+      ->capture_default_str();
   app.add_option("--teacher-lambda", settings.teacher_lambda, "Ridge term of that regression")
       ->check(between(1e-6, 1e9))
       ->type_name("X")

@@ -48,8 +48,12 @@ std::vector<double> mean_vector(const std::filesystem::path& path) {
 // Hands out the teacher's vectors one after the other, as they enter the regression.
 class Teacher {
  public:
-  explicit Teacher(const std::filesystem::path& path)
-      : path_(path), mean_(mean_vector(path)), file_(path), vector_(file_.columns()) {}
+  Teacher(const std::filesystem::path& path, double mean_share)
+      : path_(path), subtrahend_(mean_vector(path)), file_(path), vector_(file_.columns()) {
+    for (double& number : subtrahend_) {
+      number *= mean_share;
+    }
+  }
 
   std::size_t columns() const { return vector_.size(); }
 
@@ -64,7 +68,7 @@ class Teacher {
       return {};
     }
     for (std::size_t k = 0; k != vector_.size(); ++k) {
-      vector_[k] = static_cast<float>(static_cast<double>(vector_[k]) - mean_[k]);
+      vector_[k] = static_cast<float>(static_cast<double>(vector_[k]) - subtrahend_[k]);
     }
     return make_unit(vector_) ? std::span<const float>(vector_) : std::span<const float>();
   }
@@ -82,7 +86,7 @@ class Teacher {
   }
 
   std::filesystem::path path_;
-  std::vector<double> mean_;
+  std::vector<double> subtrahend_;
   VectorFile file_;
   std::vector<float> vector_;
   std::size_t lines_ = 0;
@@ -138,7 +142,7 @@ TaughtTexts read_taught_texts(const TeacherInput& input,
                               const std::map<std::string, std::int32_t>& word_ids,
                               const std::vector<double>& idf,
                               const std::function<void(double bytes)>& report) {
-  Teacher teacher(input.vectors);
+  Teacher teacher(input.vectors, input.mean_share);
   TaughtTexts texts;
   texts.products.setZero(static_cast<Eigen::Index>(idf.size()),
                          static_cast<Eigen::Index>(teacher.columns()));

@@ -22,8 +22,8 @@ namespace velmora::trainer {
 using RowMatrix = Eigen::Matrix<float, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
 
 /// With X the N x V matrix of tf-idf rows, each of length 1, A the diagonal matrix of the weights,
-/// and E the N x T matrix of the teacher's vectors, each of length 1, less their mean, of length 1
-/// again.
+/// and E the N x T matrix of the teacher's vectors, each of length 1, less a share of their mean,
+/// of length 1 again.
 struct TaughtTexts {
   SparseRows rows;             // X
   std::vector<float> weights;  // the diagonal of A
@@ -34,6 +34,7 @@ struct TeacherInput {
   CorpusInput corpus;
   std::filesystem::path vectors;
   std::map<std::string, double> label_weights;
+  double mean_share = 1.0;
 };
 
 /// Reads the corpora and the vectors once more, side by side, and holds neither. Unlike in the

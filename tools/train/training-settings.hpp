@@ -52,6 +52,8 @@ struct TrainingSettings {
   /// A file of vectors, one for each line of the corpora, which the sums of the words' factors are
   /// to follow (teacher.hpp); empty for the factorisation.
   std::filesystem::path teacher;
+  /// How much of the vectors' mean is taken off each of them.
+  double mean_share = 1.0;
   /// Ridge term of that regression.
   double teacher_lambda = 10.0;
   /// Shorter words than this share of the root mean square length get random signs beside.

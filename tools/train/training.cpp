@@ -110,9 +110,9 @@ TaughtTexts read_teacher(const TrainingSettings& settings, const WordTables& tab
     word_ids.emplace(entry.word, static_cast<std::int32_t>(word_ids.size()));
   }
   Progress progress("reading vectors", corpus_size(settings.corpus), settings.progress);
-  TaughtTexts texts =
-      read_taught_texts({settings.corpus, settings.teacher, settings.label_weights}, word_ids,
-                        tables.idf, [&](double bytes) { progress.advance(bytes); });
+  TaughtTexts texts = read_taught_texts(
+      {settings.corpus, settings.teacher, settings.label_weights, settings.mean_share}, word_ids,
+      tables.idf, [&](double bytes) { progress.advance(bytes); });
   progress.finish(std::to_string(texts.rows.rows()) + " texts with a vector");
   return texts;
 }

@@ -80,12 +80,13 @@ TEST(VectorFile, RefusesWhatIsNoSuchMatrix) {
 const std::map<std::string, std::int32_t> kWords = {{"go", 0}, {"in", 1}, {"up", 2}};
 
 TaughtTexts read_texts(const test::TemporaryFolder& folder, const std::string& corpus,
-                       const std::string& vectors) {
+                       const std::string& vectors, double mean_share = 1.0) {
   TeacherInput input;
   input.corpus.files = {folder.write("corpus", corpus)};
   input.corpus.stemmed = true;
   input.vectors = folder.write("vectors", vectors);
   input.label_weights = {{"twice", 2.0}, {"never", 0.0}};
+  input.mean_share = mean_share;
   return read_taught_texts(input, kWords, {3.0, 4.0, 1.0}, [](double) {});
 }
 
@@ -105,6 +106,19 @@ TEST(TaughtTexts, HoldLinesWithAVectorAndKnownWords) {
   const MatrixXd expected =
       (MatrixXd(3, 2) << 0.6 * x - 2 * x, 0.6 * y + 2 * y, 0.8 * x, 0.8 * y, 0, 0).finished();
   EXPECT_TRUE(texts.products.cast<double>().isApprox(expected, 1e-6)) << texts.products;
+}
+
+TEST(TaughtTexts, LoseAShareOfTheMean) {
+  const test::TemporaryFolder folder;
+  // The mean of (1, 0) and (0, 1) is (1/2, 1/2). Twice of it leaves (0, -1) and (-1, 0).
+  const std::pair<double, MatrixXd> cases[] = {
+      {0.0, (MatrixXd(3, 2) << 1, 0, 0, 1, 0, 0).finished()},
+      {2.0, (MatrixXd(3, 2) << 0, -1, -1, 0, 0, 0).finished()},
+  };
+  for (const auto& [share, expected] : cases) {
+    const TaughtTexts texts = read_texts(folder, "go\nin\n", float_file(2, 2, {1, 0, 0, 1}), share);
+    EXPECT_TRUE(texts.products.cast<double>().isApprox(expected, 1e-6)) << texts.products;
+  }
 }
 
 TEST(TaughtTexts, NeedAVectorForEachLine) {
