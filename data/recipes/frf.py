@@ -12,9 +12,11 @@ from corpus import common_words, labelled, made_up_texts, sentences, spoken_coun
 from downloads import unpack
 
 DIM = 250
-SETTINGS = "--vocabulary 20000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --teacher-lambda 8 --least-length 0.4"
+SETTINGS = ("--vocabulary 23000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --mean-share 1.2 --teacher-lambda 5"
+            " --least-length 0.4")
 EVERYDAY = ("everyday", "symbols", "places", "glosses", "help", "handbook", "editor")
-WEIGHTS = {"function": 25, "forms": 0.3, "help": 3, "editor": 3, "handbook": 3, "symbols": 2, "places": 2}
+WEIGHTS = {"function": 40, "particles": 3, "forms": 0.3, "help": 3, "editor": 3, "handbook": 3, "symbols": 4, "places": 4,
+           "wordnet": 2, "examples": 2}
 
 FROM_FRENCH = ("bul", "deu", "ell", "fin", "ita", "jpn", "lat", "lit", "pol", "por", "rus", "spa", "swe", "tur")
 
@@ -69,6 +71,14 @@ def everyday(rank_of, spelled):
     return made_up_texts(counts, EVERYDAY_TEXTS)
 
 
+# Function words that only link others. They stand in most sentences and must not
+# outweigh what the sentence is about, as pronouns and verbs may.
+PARTICLES = frozenset(
+    ("a", "and", "after", "against", "at the home of", "because", "before", "between", "but", "by", "during", "for", "if",
+     "in", "like", "of", "on", "or", "since", "so", "that", "the", "to", "towards", "under", "until", "which", "who",
+     "whose", "with", "without"))
+
+
 def function_words():
     """(English, French) of the words that no dictionary carries over."""
     path = Path(__file__).with_name("function_words_frf.txt")
@@ -110,5 +120,6 @@ def documents():
         places=localised_texts.place_pairs("fr"),
         words=((english, word) for english, words in translations.items() for word in words[:TRANSLATIONS]),
         forms=forms_of_translations(translations, forms_of, rank_of),
-        function=function_words(),
+        function=(pair for pair in function_words() if pair[0] not in PARTICLES),
+        particles=(pair for pair in function_words() if pair[0] in PARTICLES),
         **carried_over_texts(translations))

@@ -13,7 +13,8 @@ from downloads import unpack
 from related_words import LONGEST_GROUP, groups, translations_into
 
 DIM = 200
-SETTINGS = "--vocabulary 27000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --teacher-lambda 3 --least-length 0.4"
+SETTINGS = ("--vocabulary 27000 --min-count 1 --digits 2 --row-scaling 0 --lambda 3 --mean-share 1.1 --teacher-lambda 3"
+            " --least-length 0.4")
 EVERYDAY = ("everyday", "help", "editor", "handbook", "symbols", "places")
 WEIGHTS = {}
 
@@ -151,6 +152,7 @@ def everyday_counts(groups_of_words, times):
 
 # How many English translations of a Japanese word are considered, and of one that is not common.
 GLOSSES, GLOSSES_OF_RARE_WORDS = 6, 2
+GLOSSES_SIDE_BY_SIDE = 4
 
 LONGEST_WORD = 8
 
@@ -161,20 +163,41 @@ def parts_of(texts):
             for end in range(start + 1, min(start + LONGEST_WORD, len(text)) + 1)}
 
 
-def translated_words(counts, texts):
-    """(English, Japanese) of the words that the documents hold, in kanji and in
-    kana. Verbs and adjectives stand in the texts with other endings.
+def known_entries(counts, texts):
+    """Entries of the words that the documents hold, in kanji or in kana. Verbs and
+    adjectives stand in the texts with other endings.
     """
     known = parts_of(texts)
     for entry in edict_entries():
         writings = [writing for writing in (entry.word, entry.reading) if writing]
-        if not any(writing in counts or writing in known or len(writing) > 2 and writing[:-1] in known
-                   for writing in writings):
-            continue
+        if any(writing in counts or writing in known or len(writing) > 2 and writing[:-1] in known
+               for writing in writings):
+            yield entry
+
+
+def taught_writings(entry):
+    yield entry.word
+    if entry.reading and (entry.is_common or entry.is_kana):
+        yield entry.reading
+
+
+def senses(entries):
+    """(English, Japanese): the translations of a word side by side, each of which
+    tells the encoder what the others mean.
+    """
+    for entry in entries:
+        glosses = [gloss.removeprefix("to ") for gloss in entry.glosses[:GLOSSES_SIDE_BY_SIDE]]
+        if len(glosses) > 1:
+            for writing in taught_writings(entry):
+                yield ", ".join(glosses), writing
+
+
+def translated_words(counts, entries):
+    """(English, Japanese): each translation of a word on its own."""
+    for entry in entries:
         for english in entry.glosses[:GLOSSES if entry.is_common else GLOSSES_OF_RARE_WORDS]:
-            yield english, entry.word
-            if entry.reading and (entry.is_common or entry.is_kana):
-                yield english, entry.reading
+            for writing in taught_writings(entry):
+                yield english, writing
     for entry in wiktionary_entries("freedict-eng-jpn"):
         words = [word for sense in entry.senses for word in sense.translations if word in counts]
         for word in words[:GLOSSES]:
@@ -199,11 +222,13 @@ def documents():
     everyday_texts = [document.text for document in texts]
     everyday_texts += localised_texts.symbols("ja")
     everyday_texts += localised_texts.places("ja")
+    entries = list(known_entries(counts, everyday_texts))
     yield from texts
     yield from labelled(everyday=made_up_texts(counts, EVERYDAY_SENTENCES))
     yield from taught(
         symbols=localised_texts.symbol_pairs("ja"),
         places=localised_texts.place_pairs("ja"),
-        words=translated_words(counts, everyday_texts),
+        words=translated_words(counts, entries),
+        senses=senses(entries),
         potential=potential_forms(),
         **carried_over_texts(translations))
