@@ -71,17 +71,9 @@ def everyday(rank_of, spelled):
     return made_up_texts(counts, EVERYDAY_TEXTS)
 
 
-# Function words that only link others. They stand in most sentences and must not
-# outweigh what the sentence is about, as pronouns and verbs may.
-PARTICLES = frozenset(
-    ("a", "and", "after", "against", "at the home of", "because", "before", "between", "but", "by", "during", "for", "if",
-     "in", "like", "of", "on", "or", "since", "so", "that", "the", "to", "towards", "under", "until", "which", "who",
-     "whose", "with", "without"))
-
-
-def function_words():
-    """(English, French) of the words that no dictionary carries over."""
-    path = Path(__file__).with_name("function_words_frf.txt")
+def translations_by_hand(file_name):
+    """(English, French) of words that no dictionary carries over."""
+    path = Path(__file__).with_name(file_name)
     for line in path.read_text(encoding="utf-8").splitlines():
         if not line.startswith("#"):
             english, _, words = line.partition(": ")
@@ -120,6 +112,6 @@ def documents():
         places=localised_texts.place_pairs("fr"),
         words=((english, word) for english, words in translations.items() for word in words[:TRANSLATIONS]),
         forms=forms_of_translations(translations, forms_of, rank_of),
-        function=(pair for pair in function_words() if pair[0] not in PARTICLES),
-        particles=(pair for pair in function_words() if pair[0] in PARTICLES),
+        function=translations_by_hand("function_words_frf.txt"),
+        particles=translations_by_hand("particles_frf.txt"),
         **carried_over_texts(translations))

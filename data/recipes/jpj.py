@@ -152,6 +152,8 @@ def everyday_counts(groups_of_words, times):
 
 # How many English translations of a Japanese word are considered, and of one that is not common.
 GLOSSES, GLOSSES_OF_RARE_WORDS = 6, 2
+
+# How many of them make up one text.
 GLOSSES_SIDE_BY_SIDE = 4
 
 LONGEST_WORD = 8
@@ -176,6 +178,7 @@ def known_entries(counts, texts):
 
 
 def taught_writings(entry):
+    """Kanji, and kana where the word is often written so."""
     yield entry.word
     if entry.reading and (entry.is_common or entry.is_kana):
         yield entry.reading

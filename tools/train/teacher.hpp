@@ -34,7 +34,7 @@ struct TeacherInput {
   CorpusInput corpus;
   std::filesystem::path vectors;
   std::map<std::string, double> label_weights;
-  double mean_share = 1.0;
+  double mean_share = 1.0;  // how much of the mean is taken off; 0 leaves the vectors as they are
 };
 
 /// Reads the corpora and the vectors once more, side by side, and holds neither. Unlike in the
